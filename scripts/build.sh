@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Configures and builds the project. BUILD_DIR (default: build) names the build folder; further
+# arguments go to cmake's configure step, e.g. -DKAVRO_SANITIZE=ON.
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+build_dir="${BUILD_DIR:-$root/build}"
+build_type="${BUILD_TYPE:-RelWithDebInfo}"
+
+cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE="$build_type" "$@" >/dev/null
+cmake --build "$build_dir" -j "${JOBS:-2}"

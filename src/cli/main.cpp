@@ -1,0 +1,51 @@
+#include "commandline.h"
+#include "commands.h"
+
+#include <QCoreApplication>
+
+using namespace kavro::cli;
+
+namespace {
+
+const char* const ToolHelp = R"(Usage: kavro COMMAND [ARGUMENTS] [-o FILE]
+
+Reads and writes the files of the KAVRO dash camera and its card.
+
+Commands:
+  telemetry FILE [--format json|csv|gpx|geojson|kml]   telemetry of a recording
+  list DIR [--format text|json]                          recordings of a folder, in list order
+  config show FILE [--format json|text]                  fields of a config.bin
+  config defaults OUT                                    write the default config.bin
+  config set FILE NAME=VALUE...                          change fields of a config.bin
+  drv FILE [--format csv|text]                           drive records of a .drv file
+  clock PATH [--at "YYYY/MM/DD HH:MM:SS"]                write timeset.cfg
+
+Every command takes --help, and -o FILE to write its output to a file.
+Exit status: 0 on success, 2 on unusable input (with one line on stderr).)";
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName("kavro");
+    QCoreApplication::setOrganizationName("KAVRO");
+
+    QStringList arguments = app.arguments().mid(1);
+    if (arguments.isEmpty())
+        return fail("no command given (try 'kavro --help')");
+    QString command = arguments.takeFirst();
+    if (command == "--help" || command == "-h" || command == "help")
+        return printHelp(ToolHelp);
+    if (command == "telemetry")
+        return runTelemetryCommand(arguments);
+    if (command == "list")
+        return runListCommand(arguments);
+    if (command == "config")
+        return runConfigCommand(arguments);
+    if (command == "drv")
+        return runDrvCommand(arguments);
+    if (command == "clock")
+        return runClockCommand(arguments);
+    return fail(QStringLiteral("unknown command '%1' (try 'kavro --help')").arg(command));
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QSettings>
+
+#include <memory>
+
+namespace kavro {
+
+// The user preferences store shared by the viewer and the command line. Keys keep the names the
+// camera software has always used.
+inline constexpr char OrganizationName[] = "KAVRO";
+inline constexpr char ApplicationName[] = "KAVRO Viewer";
+inline constexpr char PrefLanguages[] = "AppleLanguages";
+inline constexpr char PrefExternalRearCamera[] = "3t40externalRearCamera";
+
+inline std::unique_ptr<QSettings> openPreferences()
+{
+    return std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope,
+                                       OrganizationName, ApplicationName);
+}
+
+} // namespace kavro

@@ -1,0 +1,98 @@
+#include "common/jsonwriter.h"
+#include "common/numbertext.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using kavro::JsonWriter;
+
+class TestJsonWriter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsKeyOrderAndParses()
+    {
+        for (bool pretty : {true, false}) {
+            JsonWriter json(pretty);
+            json.beginObject();
+            json.key("zeta");
+            json.value(1);
+            json.key("alpha");
+            json.beginArray(JsonWriter::Layout::Inline);
+            json.value(1.5f);
+            json.null();
+            json.value(true);
+            json.endArray();
+            json.key("empty");
+            json.beginArray();
+            json.endArray();
+            json.key("nested");
+            json.beginObject();
+            json.key("s");
+            json.value(QStringLiteral("quote\" back\\ nl\n tab\t ctl\x01 é"));
+            json.endObject();
+            json.endObject();
+            QByteArray text = json.take();
+
+            QVERIFY(text.endsWith('\n'));
+            QVERIFY(text.indexOf("zeta") < text.indexOf("alpha"));
+            QJsonParseError error;
+            QJsonDocument document = QJsonDocument::fromJson(text, &error);
+            QCOMPARE(error.error, QJsonParseError::NoError);
+            QJsonObject object = document.object();
+            QCOMPARE(object.value("zeta").toInt(), 1);
+            QCOMPARE(object.value("alpha").toArray().at(0).toDouble(), 1.5);
+            QVERIFY(object.value("alpha").toArray().at(1).isNull());
+            QCOMPARE(object.value("empty").toArray().size(), 0);
+            QCOMPARE(object.value("nested").toObject().value("s").toString(),
+                     QStringLiteral("quote\" back\\ nl\n tab\t ctl\x01 é"));
+        }
+    }
+
+    void topLevelArrayOfArrays()
+    {
+        JsonWriter json;
+        json.beginArray();
+        for (int i = 0; i < 3; ++i) {
+            json.beginArray(JsonWriter::Layout::Inline);
+            json.value(i);
+            json.value(-i);
+            json.endArray();
+        }
+        json.endArray();
+        QByteArray text = json.take();
+        QCOMPARE(text.count('\n'), 5); // one line per inline row plus the brackets
+        QJsonArray rows = QJsonDocument::fromJson(text).array();
+        QCOMPARE(rows.size(), 3);
+        QCOMPARE(rows.at(2).toArray().at(1).toInt(), -2);
+    }
+
+    void floatsSurviveTheRoundTrip()
+    {
+        // Single-precision values must come back bit for bit after a trip through the text.
+        const float samples[] = {4807.038f, 0.9f, -0.00390625f, 1.0e-7f, 3.4028235e38f, 22.4f,
+                                 12701.2f};
+        for (float value : samples) {
+            std::string text = kavro::shortestText(value);
+            QCOMPARE(std::strtof(text.c_str(), nullptr), value);
+        }
+        QCOMPARE(kavro::shortestText(0.9f), std::string("0.9"));
+        QCOMPARE(kavro::shortestText(37.408333333333331), std::string("37.40833333333333"));
+        QVERIFY(kavro::shortestText(std::numeric_limits<double>::quiet_NaN()).empty());
+
+        JsonWriter json;
+        json.beginArray(JsonWriter::Layout::Inline);
+        json.value(std::numeric_limits<float>::infinity());
+        json.endArray();
+        QCOMPARE(json.take(), QByteArray("[null]\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestJsonWriter)
+#include "tst_jsonwriter.moc"
