@@ -1,0 +1,74 @@
+#include "testsupport.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace kavro::test;
+
+class TestCliClock : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void writes()
+    {
+        QTemporaryDir card;
+        QString timeset = card.filePath("timeset.cfg");
+        ToolResult result = runKavro({"clock", card.path(), "--at", "2027/03/05 07:04:09"});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.err.isEmpty());
+        QCOMPARE(readFile(timeset), "2027/03/05 07:04:09");
+
+        // A file path is written as it is; a longer file keeps its tail.
+        QString other = card.filePath("other.cfg");
+        QVERIFY(writeFile(other, "1999/01/01 00:00:00 and more"));
+        QCOMPARE(runKavro({"clock", "--at=2026/11/16 13:05:00", other}).exitCode, 0);
+        QCOMPARE(readFile(other), "2026/11/16 13:05:00 and more");
+
+        QDateTime before = QDateTime::currentDateTime();
+        QCOMPARE(runKavro({"clock", card.path()}).exitCode, 0);
+        QDateTime after = QDateTime::currentDateTime();
+        QByteArray now = readFile(timeset);
+        QDateTime written = QDateTime::fromString(QString::fromLatin1(now), "yyyy/MM/dd HH:mm:ss");
+        QVERIFY2(now.size() == 19 && written.secsTo(before) <= 1 && written.secsTo(after) >= 0,
+                 now.constData());
+        QVERIFY(runKavro({"clock", "--help"}).out.startsWith("Usage: kavro clock PATH"));
+    }
+
+    void unusableInput_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QString card = m_dir.path(), file = m_dir.filePath("kept.cfg");
+        QTest::newRow("February 30") << QStringList{"clock", card, "--at", "2026/02/30 12:00:00"};
+        QTest::newRow("hour 25") << QStringList{"clock", file, "--at", "2026/03/05 25:00:00"};
+        QTest::newRow("dashes") << QStringList{"clock", card, "--at", "2026-03-05 07:04:09"};
+        QTest::newRow("colons") << QStringList{"clock", card, "--at", "2026:03:05 07:04:09"};
+        QTest::newRow("--at without value") << QStringList{"clock", card, "--at"};
+        QTest::newRow("no path") << QStringList{"clock"};
+        QTest::newRow("two paths") << QStringList{"clock", card, file};
+        QTest::newRow("missing folder") << QStringList{"clock", m_dir.filePath("no/timeset.cfg")};
+        QTest::newRow("unknown option") << QStringList{"clock", card, "-o", file};
+    }
+
+    void unusableInput()
+    {
+        QFETCH(QStringList, arguments);
+        QString kept = m_dir.filePath("kept.cfg");
+        QVERIFY(writeFile(kept, "1999/01/01 00:00:00"));
+        ToolResult result = runKavro(arguments);
+        QCOMPARE(result.exitCode, 2);
+        QVERIFY2(result.err.startsWith("kavro: clock") && result.err.count('\n') == 1,
+                 result.err.constData());
+        QCOMPARE(QDir(m_dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+                 QStringList{"kept.cfg"});
+        QCOMPARE(readFile(kept), "1999/01/01 00:00:00");
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+QTEST_GUILESS_MAIN(TestCliClock)
+#include "tst_cli_clock.moc"
