@@ -1,10 +1,14 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
 // Records and fixed offsets of the camera's AVI recordings. The records are stored little-endian
 // at natural alignment and are read and written whole.
+
+static_assert(std::endian::native == std::endian::little,
+              "the records are read and written as they lie in memory");
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the camera's own record names
 struct _SYSTEMTIME
@@ -42,9 +46,9 @@ static_assert(offsetof(_AVI_GPS_DATA_T, RawData) == 44);
 
 struct _AVI_GSENSOR_DATA_T
 {
-    std::int32_t header;      // 171 for a G-sensor record
-    std::uint32_t timestamp;  // camera clock, ms; non-zero when valid
-    std::int32_t xAxis;       // 1/256 g
+    std::int32_t header;     // 171 for a G-sensor record
+    std::uint32_t timestamp; // camera clock, ms; non-zero when valid
+    std::int32_t xAxis;      // 1/256 g
     std::int32_t yAxis;
     std::int32_t zAxis;
     std::int32_t nTemprature;
@@ -62,6 +66,8 @@ constexpr std::size_t GpsRawDataSize = 508;
 constexpr std::uint32_t MoviListOffset = 14132;     // "LIST"
 constexpr std::uint32_t MoviListSizeOffset = 14136; // size of the list (L)
 constexpr std::uint32_t MoviTypeOffset = 14140;     // "movi"; index offsets count from here
+constexpr std::uint32_t IndexStartOffset = MoviTypeOffset + 8; // plus L: first idx1 entry
+constexpr std::uint32_t ChunkDataOffset = MoviTypeOffset + 8;  // plus an entry's offset
 constexpr std::uint32_t IndexEntrySize = 16;
 constexpr char TelemetryChunkId[4] = {'0', '2', 's', 'b'};
 // An "02sb" chunk larger than this holds a GPS record; otherwise a G-sensor record.

@@ -1,0 +1,261 @@
+#include "kvrblackboxdata.h"
+
+#include "telemetrylog.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <thread>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <unistd.h>
+#endif
+
+namespace kavro {
+
+namespace {
+
+// The index is read in blocks rather than entry by entry; the walk over it is the same.
+constexpr qint64 IndexBlockSize = 64 * 1024;
+
+class RecordingFile
+{
+public:
+    explicit RecordingFile(const QString& path) : m_file(path) {}
+
+    bool open()
+    {
+        if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            return false;
+        m_size = std::uint64_t(m_file.size());
+        return true;
+    }
+    std::uint64_t size() const { return m_size; }
+
+    // Reads up to length bytes at offset; returns how many were really there.
+    qint64 readAt(std::uint64_t offset, void* target, qint64 length)
+    {
+        if (offset >= m_size)
+            return 0;
+#ifdef Q_OS_UNIX
+        // One call instead of a seek and a read: the walk reads thousands of small records.
+        qint64 got = 0;
+        while (got < length) {
+            const ssize_t n = ::pread(m_file.handle(), static_cast<char*>(target) + got,
+                                      std::size_t(length - got), off_t(offset + got));
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0)
+                break;
+            got += n;
+        }
+        return got;
+#else
+        if (!m_file.seek(qint64(offset)))
+            return 0;
+        return std::max<qint64>(0, m_file.read(static_cast<char*>(target), length));
+#endif
+    }
+
+    // The 16 bytes of the index entry at offset, or fewer where the file ends.
+    qint64 entryAt(std::uint64_t offset, const char** entry)
+    {
+        const std::uint64_t end = m_blockStart + std::uint64_t(m_block.size());
+        if (offset < m_blockStart || offset + avi::IndexEntrySize > end) {
+            m_block.resize(IndexBlockSize);
+            const qint64 got = readAt(offset, m_block.data(), IndexBlockSize);
+            m_block.resize(got);
+            m_blockStart = offset;
+        }
+        *entry = m_block.constData() + (offset - m_blockStart);
+        return std::min<qint64>(avi::IndexEntrySize,
+                                m_block.size() - qint64(offset - m_blockStart));
+    }
+
+private:
+    QFile m_file;
+    std::uint64_t m_size = 0;
+    QByteArray m_block;
+    std::uint64_t m_blockStart = 0;
+};
+
+std::uint32_t u32At(const char* bytes)
+{
+    return qFromLittleEndian<std::uint32_t>(bytes);
+}
+
+} // namespace
+
+bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
+{
+    qCDebug(lcTelemetry, "#############################   START");
+    clear();
+
+    RecordingFile file(path);
+    char head[12];
+    if (!file.open() || file.readAt(0, head, sizeof head) != sizeof head ||
+        std::memcmp(head, "RIFF", 4) != 0 || std::memcmp(head + 8, "AVI ", 4) != 0)
+        return false;
+    const std::uint64_t riffEnd = std::uint64_t(u32At(head + 4)) + 8;
+    const std::uint64_t fileSize = file.size();
+
+    char sizeField[4];
+    std::uint64_t next = 0; // file offset of the next index entry
+    if (file.readAt(avi::MoviListSizeOffset, sizeField, 4) == 4) {
+        const std::uint32_t listSize = u32At(sizeField);
+        next = std::uint64_t(avi::IndexStartOffset) + listSize;
+        qCDebug(lcTelemetry, "Listmovsize=0x%x IdxAddr=0x%llx", listSize,
+                static_cast<unsigned long long>(next));
+    } else {
+        next = fileSize; // too short to hold an index
+    }
+
+    // Each pass consumes one 16-byte entry, so the walk ends at the file's end at the latest.
+    for (;;) {
+        const char* entry = nullptr;
+        if (file.entryAt(next, &entry) < qint64(avi::IndexEntrySize))
+            break; // the last entry is cut off by the end of the file
+        qint64 lastRead = 4;
+        if (std::memcmp(entry, avi::TelemetryChunkId, 4) == 0) {
+            const std::uint32_t offset = u32At(entry + 8);
+            const std::uint32_t size = u32At(entry + 12);
+            const std::uint64_t data = std::uint64_t(avi::ChunkDataOffset) + offset;
+            if (size > avi::GSensorChunkMaxSize) {
+                _AVI_GPS_DATA_T record;
+                std::memset(&record, 0, sizeof record);
+                lastRead = file.readAt(data, &record, sizeof record);
+                readGpsRecord(record);
+            } else {
+                _AVI_GSENSOR_DATA_T record;
+                std::memset(&record, 0, sizeof record);
+                lastRead = file.readAt(data, &record, sizeof record);
+                if (lastRead == sizeof record)
+                    readGSensorRecord(record);
+            }
+        }
+        next += avi::IndexEntrySize;
+        if (next > riffEnd || lastRead < 1 || fileSize <= next)
+            break;
+        if (atLimit()) {
+            m_limitReached = true;
+            qCWarning(lcTelemetry, "%s: more telemetry than a recording can hold; read stopped",
+                      qUtf8Printable(path));
+            break;
+        }
+    }
+
+    if (m_waitAfterReading)
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+    mergeGpsIntoSamples();
+    qCDebug(lcTelemetry, "#############################  FINISH");
+    return true;
+}
+
+bool KVRBlackBoxData::atLimit()
+{
+    return m_GSensors.size() >= m_limits.gsensorRecords ||
+           m_gpsRecords.size() >= m_limits.gpsRecords || m_NMEAs.size() >= m_limits.nmeaFixes;
+}
+
+// Records with another tag are not the camera's and are left out, so that they neither show as
+// samples nor move the merge. A short GPS read keeps zeros where nothing was read; its text is
+// still worth parsing.
+void KVRBlackBoxData::readGpsRecord(const _AVI_GPS_DATA_T& record)
+{
+    if (record.header != avi::GpsRecordTag)
+        return;
+    _AVI_GPS_DATA_T copy = record;
+    ParseNMEA(copy.RawData, std::min<std::uint32_t>(copy.nLen, avi::GpsRawDataSize));
+    m_gpsRecords.push_back(
+        {std::make_shared<const KVRAviGpsData>(aviGpsDataWithData(&copy)), m_NMEAParser.current()});
+}
+
+// Only whole records are taken: a record cut short by the end of the file would show made-up
+// axes.
+void KVRBlackBoxData::readGSensorRecord(const _AVI_GSENSOR_DATA_T& record)
+{
+    if (record.header != avi::GSensorRecordTag)
+        return;
+    m_vGSensorData.push_back(aviGSensorDataWithData(&record));
+    ParseGSensor(&record, sizeof record);
+}
+
+// Each GPS record takes the samples from the first one without a record up to and including
+// the first sample at or after its own time, in tenths of a second.
+void KVRBlackBoxData::mergeGpsIntoSamples()
+{
+    const std::size_t samples = m_vGSensorData.size();
+    std::size_t j = 0;
+    for (std::size_t g = 0; g < m_gpsRecords.size(); ++g) {
+        const std::uint32_t gpsTenths = m_gpsRecords[g].record->data().nTimestamp / 100;
+        bool stopped = false;
+        while (j < samples) {
+            m_vGpsData.push_back(m_gpsRecords[g].record);
+            m_vGpsRecordIndex.push_back(static_cast<std::uint32_t>(g));
+            const std::uint32_t sampleTenths = m_vGSensorData[j++].data().timestamp / 100;
+            if (sampleTenths >= gpsTenths) {
+                stopped = true;
+                break;
+            }
+        }
+        if (!stopped)
+            break; // every sample has its record
+    }
+}
+
+bool KVRBlackBoxData::ParseNMEA(char* text, std::uint32_t bufferSize)
+{
+    if (!text)
+        return false;
+    std::uint32_t start = 0;
+    for (std::uint32_t i = 0; i < bufferSize; ++i) {
+        const char c = text[i];
+        if (c == '\r' || c == '\n' || c == '\0') {
+            text[i] = '\0';
+            const std::string_view line(text + start, i - start);
+            if (line.size() >= 2 && line[0] == '$' && line[1] == 'G' &&
+                m_NMEAs.size() < m_limits.nmeaFixes) {
+                m_NMEAParser.parse(line);
+                m_NMEAs.push_back(m_NMEAParser.current().duplicate());
+            }
+            start = i + 1;
+        } else if (c == '$') {
+            start = i; // text before a '$' on the same line is noise
+        }
+    }
+    return true;
+}
+
+bool KVRBlackBoxData::ParseGSensor(const _AVI_GSENSOR_DATA_T* data, std::uint32_t bufferSize)
+{
+    if (!data || bufferSize < sizeof(_AVI_GSENSOR_DATA_T))
+        return false;
+    constexpr float Scale = 0.00390625f; // 1/256 g per count
+    m_GSensors.emplace_back(static_cast<float>(data->xAxis) * Scale,
+                            static_cast<float>(data->yAxis) * Scale,
+                            static_cast<float>(data->zAxis) * Scale);
+    return true;
+}
+
+void KVRBlackBoxData::clear()
+{
+    m_NMEAParser.clear();
+    m_NMEAs.clear();
+    m_GSensors.clear();
+    m_vGSensorData.clear();
+    m_vGpsData.clear();
+    m_vGpsRecordIndex.clear();
+    m_gpsRecords.clear();
+    m_limitReached = false;
+}
+
+std::uint64_t KVRBlackBoxData::frameCount() const
+{
+    return m_GSensors.size() <= 1 ? 1 : m_GSensors.size() - 1;
+}
+
+} // namespace kavro
