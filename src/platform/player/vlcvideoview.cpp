@@ -1,0 +1,64 @@
+#include "vlcvideoview.h"
+
+#include "vlcmediaplayer.h"
+
+#include <QPainter>
+
+namespace kavro {
+
+VLCVideoView::VLCVideoView(QWidget* parent) : QWidget(parent)
+{
+    // Every pixel is painted here, black bars included.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, Qt::black);
+    setPalette(colours);
+}
+
+void VLCVideoView::setMediaPlayer(VLCMediaPlayer* player)
+{
+    if (m_player == player)
+        return;
+    if (m_player)
+        disconnect(m_player, nullptr, this, nullptr);
+    m_player = player;
+    if (player) {
+        connect(player, &VLCMediaPlayer::frameReady, this, qOverload<>(&QWidget::update));
+        // A destroyed player leaves its last frame behind otherwise.
+        connect(player, &QObject::destroyed, this, qOverload<>(&QWidget::update));
+    }
+    update();
+}
+
+QImage VLCVideoView::lastFrame() const
+{
+    return m_player ? m_player->lastFrame() : QImage();
+}
+
+QRect VLCVideoView::pictureRect() const
+{
+    const QImage frame = lastFrame();
+    if (frame.isNull() || width() <= 0 || height() <= 0)
+        return {};
+    const QSize fitted = frame.size().scaled(size(), Qt::KeepAspectRatio);
+    return QRect(QPoint((width() - fitted.width()) / 2, (height() - fitted.height()) / 2), fitted);
+}
+
+void VLCVideoView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QImage frame = lastFrame();
+    const QRect target = pictureRect();
+    if (frame.isNull() || target.isEmpty()) {
+        painter.fillRect(rect(), Qt::black);
+        return;
+    }
+    // Only the bars are filled, so the picture is drawn once per frame.
+    const QRegion bars = QRegion(rect()) - QRegion(target);
+    for (const QRect& bar : bars)
+        painter.fillRect(bar, Qt::black);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(target, frame);
+}
+
+} // namespace kavro

@@ -1,0 +1,360 @@
+#include "player/vlcmediaplayer.h"
+#include "player/vlcvideoview.h"
+#include "testclips.h"
+#include "testsupport.h"
+
+#include <QApplication>
+#include <QImageReader>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+using namespace kavro;
+
+namespace {
+
+constexpr int kWaitMs = 10000; // generous: the machine is shared and may be slow
+
+bool isRed(QColor colour)
+{
+    return colour.red() > 200 && colour.green() < 50 && colour.blue() < 50;
+}
+
+// The part of the picture that is red: all of it for the rear clip, little for the test pattern.
+double redShare(const QImage& image)
+{
+    qsizetype red = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            red += isRed(image.pixelColor(x, y));
+    return image.isNull() ? 0.0 : double(red) / (qsizetype(image.width()) * image.height());
+}
+
+} // namespace
+
+class TestVLCMediaPlayer : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    test::TestClips m_clips;
+
+    // A player told to play the clip.
+    std::unique_ptr<VLCMediaPlayer> startPlayer(const QString& path, VLCVideoView* view = nullptr)
+    {
+        auto player = std::make_unique<VLCMediaPlayer>(view);
+        player->setMedia(VLCMedia::mediaWithPath(path));
+        player->play();
+        return player;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QString error;
+        QVERIFY2(m_clips.make(m_dir.path(), &error), qPrintable(error));
+    }
+
+    void playReportsStateAndTimeOnTheMainThread()
+    {
+        VLCMediaPlayer player;
+        QCOMPARE(player.state(), VLCMediaPlayerStateStopped);
+        QVERIFY(player.time().isNull());
+        QVERIFY(player.remainingTime().isNull());
+
+        int stateEvents = 0;
+        int timeEvents = 0;
+        bool allOnMainThread = true;
+        bool allFromPlayer = true;
+        auto check = [&](VLCMediaPlayer* sender, int* counter) {
+            allOnMainThread &= QThread::currentThread() == qApp->thread();
+            allFromPlayer &= sender == &player;
+            ++*counter;
+        };
+        connect(&player, &VLCMediaPlayer::mediaPlayerStateChanged, this,
+                [&](VLCMediaPlayer* p) { check(p, &stateEvents); });
+        connect(&player, &VLCMediaPlayer::mediaPlayerTimeChanged, this,
+                [&](VLCMediaPlayer* p) { check(p, &timeEvents); });
+
+        player.setMedia(VLCMedia::mediaWithPath(m_clips.front));
+        QCOMPARE(player.media().path(), m_clips.front);
+        player.play();
+        QTRY_COMPARE_WITH_TIMEOUT(player.state(), VLCMediaPlayerStatePlaying, kWaitMs);
+        QVERIFY(player.isPlaying());
+        QTRY_VERIFY_WITH_TIMEOUT(timeEvents >= 3, kWaitMs);
+        QVERIFY(stateEvents >= 1);
+        QVERIFY(allOnMainThread);
+        QVERIFY(allFromPlayer);
+
+        QVERIFY(player.time().intValue() > 0);
+        QCOMPARE(player.media().length().intValue(), 3000);
+        const qint64 remaining = player.remainingTime().intValue();
+        QVERIFY2(remaining < 0 && remaining > -3000, qPrintable(QString::number(remaining)));
+
+        player.pause();
+        QTRY_COMPARE_WITH_TIMEOUT(player.state(), VLCMediaPlayerStatePaused, kWaitMs);
+        QVERIFY(!player.isPlaying());
+        player.pause(); // a second pause must not resume
+        QTest::qWait(200);
+        QCOMPARE(player.state(), VLCMediaPlayerStatePaused);
+        // Paused by the user, so not taken for the end.
+        QVERIFY(player.position() < 0.9f);
+        QVERIFY(player.remainingTime().stringValue() != QStringLiteral("00:00"));
+
+        player.stop();
+        QCOMPARE(player.state(), VLCMediaPlayerStateStopped);
+    }
+
+    void rendersThePictureIntoTheView()
+    {
+        VLCVideoView view;
+        view.resize(320, 240);
+        auto player = startPlayer(m_clips.rear, &view);
+        QCOMPARE(view.mediaPlayer(), player.get());
+        QTRY_VERIFY_WITH_TIMEOUT(!view.lastFrame().isNull(), kWaitMs);
+
+        const QImage frame = view.lastFrame();
+        QCOMPARE(frame.size(), QSize(160, 90));
+        QCOMPARE(player->videoSize(), QSize(160, 90));
+        QVERIFY(player->hasVideoOut());
+        QCOMPARE(redShare(frame), 1.0); // every pixel: no padding lines of the decoder
+
+        // 16:9 in a 4:3 view: full width, bars of 30 pixels above and below.
+        QCOMPARE(view.pictureRect(), QRect(0, 30, 320, 180));
+        const QImage shown = view.grab().toImage();
+        QVERIFY(isRed(shown.pixelColor(160, 120)));
+        QCOMPARE(shown.pixelColor(160, 10), QColor(Qt::black));
+        QCOMPARE(shown.pixelColor(160, 230), QColor(Qt::black));
+
+        // The picture goes when the recording is taken away.
+        player->setMedia(VLCMedia());
+        QVERIFY(player->media().isNull());
+        QCOMPARE(player->state(), VLCMediaPlayerStateStopped);
+        QTRY_VERIFY_WITH_TIMEOUT(view.lastFrame().isNull(), kWaitMs);
+        QVERIFY(!player->hasVideoOut());
+        QCOMPARE(view.grab().toImage().pixelColor(160, 120), QColor(Qt::black));
+    }
+
+    void restsPausedOnTheLastFrame_data()
+    {
+        QTest::addColumn<bool>("byTime");
+        QTest::newRow("position near the end") << false;
+        QTest::newRow("time set to the length") << true;
+    }
+
+    void restsPausedOnTheLastFrame()
+    {
+        QFETCH(bool, byTime);
+        auto player = startPlayer(m_clips.rear);
+        QTRY_VERIFY_WITH_TIMEOUT(player->isPlaying() && !player->lastFrame().isNull(), kWaitMs);
+        if (byTime)
+            player->setTime(player->media().length());
+        else
+            player->setPosition(0.9f);
+
+        QTRY_COMPARE_WITH_TIMEOUT(player->state(), VLCMediaPlayerStatePaused, kWaitMs);
+        QVERIFY2(player->position() >= 0.998f, qPrintable(QString::number(player->position())));
+        QCOMPARE(player->remainingTime().stringValue(), QStringLiteral("00:00"));
+        QCOMPARE(player->time(), player->media().length());
+        QVERIFY(!player->isPlaying());
+        // The last frame stays on show.
+        QVERIFY(!player->lastFrame().isNull());
+        QVERIFY(isRed(player->lastFrame().pixelColor(80, 45)));
+
+        // Pausing at the end changes nothing; seeking back leaves the end; playing returns to it.
+        player->pause();
+        QCOMPARE(player->position(), 1.0f);
+        player->setPosition(0.8f);
+        QTRY_VERIFY_WITH_TIMEOUT(player->position() < 0.9f, kWaitMs);
+        player->play();
+        QTRY_VERIFY_WITH_TIMEOUT(player->isPlaying(), kWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(player->position(), 1.0f, kWaitMs);
+        QCOMPARE(player->state(), VLCMediaPlayerStatePaused);
+    }
+
+    void seeksJumpsAndRate()
+    {
+        auto player = startPlayer(m_clips.front);
+        QTRY_VERIFY_WITH_TIMEOUT(player->isPlaying() && player->isSeekable(), kWaitMs);
+        player->setRate(2.0f);
+        QCOMPARE(player->rate(), 2.0f);
+        player->setRate(1.0f);
+        QCOMPARE(player->rate(), 1.0f);
+
+        auto near = [&](qint64 expected) {
+            const qint64 t = player->time().intValue();
+            return t >= expected && t < expected + 600;
+        };
+        player->setTime(VLCTime(1500));
+        QTRY_VERIFY_WITH_TIMEOUT(near(1500), kWaitMs);
+        player->jumpBackward(1);
+        QTRY_VERIFY_WITH_TIMEOUT(near(500), kWaitMs);
+        player->jumpBackward(10); // kept at the start
+        QTRY_VERIFY_WITH_TIMEOUT(near(0), kWaitMs);
+        player->jumpForward(1);
+        QTRY_VERIFY_WITH_TIMEOUT(near(1000), kWaitMs);
+        player->setPosition(0.5f);
+        QTRY_VERIFY_WITH_TIMEOUT(player->position() >= 0.5f && player->position() < 0.7f, kWaitMs);
+        player->jumpForward(10); // kept at the end, where the player comes to rest
+        QTRY_COMPARE_WITH_TIMEOUT(player->state(), VLCMediaPlayerStatePaused, kWaitMs);
+        QVERIFY(player->position() >= 0.998f);
+    }
+
+    void audioTracksTellWhetherTheFileHasSound_data()
+    {
+        QTest::addColumn<bool>("withSound");
+        QTest::newRow("with sound") << true;
+        QTest::newRow("without sound") << false;
+    }
+
+    void audioTracksTellWhetherTheFileHasSound()
+    {
+        QFETCH(bool, withSound);
+        auto player = startPlayer(withSound ? m_clips.front : m_clips.rear);
+        QVERIFY(player->audioTrackIndexes().isEmpty() || withSound);
+        QTRY_VERIFY_WITH_TIMEOUT(!player->lastFrame().isNull(), kWaitMs);
+        if (withSound)
+            QTRY_COMPARE_WITH_TIMEOUT(player->audioTrackIndexes().size(), 1, kWaitMs);
+        else
+            QVERIFY(player->audioTrackIndexes().isEmpty());
+
+        // The silent output of the tests accepts these without a mixer; playback goes on.
+        player->audio()->setMute(true);
+        player->audio()->setVolume(250);
+        QCOMPARE(player->audio()->volume(), 200);
+        QVERIFY(player->isPlaying());
+    }
+
+    void snapshotWritesTheShownFrame()
+    {
+        VLCMediaPlayer idle;
+        const QString path = m_dir.filePath("kavro_capture.jpg");
+        QVERIFY(!idle.saveVideoSnapshotAt(path, 0, 0)); // nothing shown yet
+        QVERIFY(!QFile::exists(path));
+
+        auto player = startPlayer(m_clips.rear);
+        QTRY_VERIFY_WITH_TIMEOUT(!player->lastFrame().isNull(), kWaitMs);
+        player->pause();
+        QTRY_COMPARE_WITH_TIMEOUT(player->state(), VLCMediaPlayerStatePaused, kWaitMs);
+
+        QVERIFY(player->saveVideoSnapshotAt(path, 0, 0));
+        QImageReader reader(path);
+        QCOMPARE(reader.format(), QByteArray("jpeg"));
+        const QImage saved = reader.read();
+        QCOMPARE(saved.size(), QSize(160, 90));
+        QVERIFY(isRed(saved.pixelColor(80, 45)));
+
+        const QString png = m_dir.filePath("kavro_capture.png");
+        QVERIFY(player->saveVideoSnapshotAt(png, 80, 0));
+        QCOMPARE(QImageReader(png).format(), QByteArray("png"));
+        QCOMPARE(QImageReader(png).size(), QSize(80, 45));
+
+        // A full disk leaves the previous capture as it was.
+        const QByteArray before = test::readFile(path);
+        {
+            test::FileSizeLimit fullDisk(100);
+            QVERIFY(!player->saveVideoSnapshotAt(path, 0, 0));
+        }
+        QCOMPARE(test::readFile(path), before);
+    }
+
+    void playersExchangeTheirRecordings()
+    {
+        // As the player window swaps its two pictures: both pause, trade media and play on.
+        auto first = startPlayer(m_clips.front);
+        auto second = startPlayer(m_clips.rear);
+        QTRY_VERIFY_WITH_TIMEOUT(!first->lastFrame().isNull() && !second->lastFrame().isNull(),
+                                 kWaitMs);
+        first->pause();
+        second->pause();
+        const VLCMedia formerFirst = first->media();
+        first->setMedia(second->media());
+        second->setMedia(formerFirst);
+        first->play();
+        second->play();
+        QCOMPARE(first->media().path(), m_clips.rear);
+        QVERIFY(second->media().isFrontMedia());
+        QTRY_VERIFY_WITH_TIMEOUT(!first->lastFrame().isNull() && !second->lastFrame().isNull(),
+                                 kWaitMs);
+        QCOMPARE(redShare(first->lastFrame()), 1.0);
+        QVERIFY(redShare(second->lastFrame()) < 0.5);
+        QTRY_VERIFY_WITH_TIMEOUT(first->isPlaying() && second->isPlaying(), kWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(second->audioTrackIndexes().size(), 1, kWaitMs);
+        QVERIFY(first->audioTrackIndexes().isEmpty());
+    }
+
+    void brokenRecordingsStopWithoutHarm_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("exists");
+        QTest::newRow("missing") << QByteArray() << false;
+        QTest::newRow("empty") << QByteArray() << true;
+        QByteArray noise(65536, Qt::Uninitialized);
+        quint32 seed = 12345;
+        for (char& byte : noise)
+            byte = char((seed = seed * 1103515245u + 12345u) >> 24);
+        QTest::newRow("noise") << noise << true;
+        QTest::newRow("truncated") << test::readFile(m_clips.front).left(20000) << true;
+        QTest::newRow("cut in the index") << test::readFile(m_clips.rear).chopped(200) << true;
+    }
+
+    void brokenRecordingsStopWithoutHarm()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(bool, exists);
+        const QString path =
+            m_dir.filePath(QStringLiteral("broken_%1_F.avi").arg(QTest::currentDataTag()));
+        if (exists)
+            QVERIFY(test::writeFile(path, content));
+        auto player = startPlayer(path);
+        player->setRate(8.0f); // a recording without index plays through to its end
+        QTRY_VERIFY_WITH_TIMEOUT(player->state() == VLCMediaPlayerStateEnded ||
+                                     player->state() == VLCMediaPlayerStateError ||
+                                     player->state() == VLCMediaPlayerStatePaused,
+                                 kWaitMs);
+        QVERIFY(!player->isPlaying());
+
+        // The same player still plays a good recording afterwards.
+        player->setMedia(VLCMedia::mediaWithPath(m_clips.rear));
+        player->play();
+        QTRY_VERIFY_WITH_TIMEOUT(!player->lastFrame().isNull() && player->isPlaying(), kWaitMs);
+    }
+
+    void destroyingWhilePlayingIsClean()
+    {
+        // A view outliving its player goes black; a player outliving its view plays on.
+        VLCVideoView view;
+        view.resize(160, 90);
+        auto player = startPlayer(m_clips.rear, &view);
+        QTRY_VERIFY_WITH_TIMEOUT(!view.lastFrame().isNull(), kWaitMs);
+        player.reset();
+        QVERIFY(view.mediaPlayer() == nullptr);
+        QCOMPARE(view.grab().toImage().pixelColor(80, 45), QColor(Qt::black));
+
+        auto survivor = std::make_unique<VLCMediaPlayer>();
+        {
+            VLCVideoView shortLived;
+            shortLived.setMediaPlayer(survivor.get());
+            survivor->setMedia(VLCMedia::mediaWithPath(m_clips.front));
+            survivor->play();
+            QTRY_VERIFY_WITH_TIMEOUT(!shortLived.lastFrame().isNull(), kWaitMs);
+        }
+        QSignalSpy frames(survivor.get(), &VLCMediaPlayer::frameReady);
+        QTRY_VERIFY_WITH_TIMEOUT(frames.count() > 2, kWaitMs);
+
+        // Players torn down at every stage of opening, with their events still queued.
+        for (int delayMs : {0, 5, 20, 60, 150}) {
+            auto p = startPlayer(m_clips.front, &view);
+            QTest::qWait(delayMs);
+        }
+        QTest::qWait(100);
+    }
+};
+
+QTEST_MAIN(TestVLCMediaPlayer)
+#include "tst_vlcmediaplayer.moc"
