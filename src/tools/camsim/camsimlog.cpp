@@ -1,0 +1,3 @@
+#include "camsimlog.h"
+
+Q_LOGGING_CATEGORY(lcCamsim, "kavro.camsim")

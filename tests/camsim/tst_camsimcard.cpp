@@ -1,0 +1,430 @@
+#include "cardfiles.h"
+#include "cardgenerator.h"
+#include "nmeacomposer.h"
+#include "testsupport.h"
+#include "timecode.h"
+#include "videoencoder.h"
+
+#include "telemetry/kvrblackboxdata.h"
+
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstring>
+
+using namespace kavro::camsim;
+using kavro::KVRBlackBoxData;
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+QString tool(const QString& name)
+{
+    const QString found = QStandardPaths::findExecutable(name);
+    return found.isEmpty() ? QStandardPaths::findExecutable(name, {"/usr/sbin", "/sbin"}) : found;
+}
+
+Run run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(tool(program), arguments);
+    process.waitForFinished(120000);
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+QByteArray fileBytes(const QString& path)
+{
+    return kavro::test::readFile(path);
+}
+
+// Every file below a folder, by relative path.
+QMap<QString, QByteArray> folderContent(const QString& root)
+{
+    QMap<QString, QByteArray> content;
+    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        content.insert(QDir(root).relativeFilePath(path), fileBytes(path));
+    }
+    return content;
+}
+
+} // namespace
+
+class TestCamsimCard : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_work;
+    std::unique_ptr<CardGenerator> m_card;
+
+    const CardPlan& plan() const { return m_card->plan(); }
+    QString cardPath(const QString& relative = {}) const
+    {
+        return QDir(m_work.filePath("card")).filePath(relative);
+    }
+    QString imagePath() const { return m_work.filePath("card.img"); }
+    QString recordingPath(const RecordingPlan& recording, bool rear) const
+    {
+        return cardPath(plan().relativePath(recording, rear));
+    }
+    // Every recording file with whether it should carry sound.
+    std::vector<std::tuple<const RecordingPlan*, bool, bool>> recordingFiles() const
+    {
+        std::vector<std::tuple<const RecordingPlan*, bool, bool>> files;
+        for (const RecordingPlan& recording : plan().recordings()) {
+            files.emplace_back(&recording, false, recording.frontAudio);
+            if (recording.hasRear)
+                files.emplace_back(&recording, true, recording.rearAudio);
+        }
+        return files;
+    }
+    static CardOptions testOptions(const QString& out)
+    {
+        CardOptions options = CardOptions::quick();
+        options.seed = 7;
+        options.outDir = out;
+        return options;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        kavro::test::isolatedConfigHome();
+        if (VideoEncoder::ffmpegProgram().isEmpty())
+            QSKIP("ffmpeg is not installed");
+        CardOptions options = testOptions(cardPath());
+        if (!tool("mkfs.fat").isEmpty() && !tool("mcopy").isEmpty())
+            options.imagePath = imagePath();
+        m_card = std::make_unique<CardGenerator>(options);
+        QString error;
+        QVERIFY2(m_card->generate(&error), qPrintable(error));
+    }
+
+    void planHasWhatTheViewerNeeds_data()
+    {
+        QTest::addColumn<bool>("quick");
+        QTest::addColumn<quint64>("seed");
+        for (quint64 seed = 1; seed <= 12; ++seed) {
+            QTest::addRow("quick, seed %llu", seed) << true << seed;
+            QTest::addRow("demo, seed %llu", seed) << false << seed;
+        }
+    }
+
+    void planHasWhatTheViewerNeeds()
+    {
+        QFETCH(bool, quick);
+        QFETCH(quint64, seed);
+        CardOptions options = quick ? CardOptions::quick() : CardOptions();
+        options.seed = seed;
+        const CardPlan card(options);
+        // Both days, all three modes, a front file without a partner, each sound choice, and a
+        // drive in the southern and western hemispheres.
+        QSet<QDate> days;
+        QSet<int> modes;
+        QSet<QString> names;
+        bool unpaired = false, frontOnly = false, rearOnly = false, silent = false;
+        std::map<int, double> driveTime;
+        for (const RecordingPlan& recording : card.recordings()) {
+            days.insert(card.cameraStart(recording).date());
+            modes.insert(int(recording.mode));
+            names.insert(card.baseName(recording, false));
+            unpaired |= !recording.hasRear;
+            frontOnly |= recording.frontAudio && !recording.rearAudio;
+            rearOnly |= !recording.frontAudio && recording.rearAudio;
+            silent |= !recording.frontAudio && !recording.rearAudio;
+            // A drive's recordings follow one another without overlapping.
+            QVERIFY(recording.duration >= 1);
+            QVERIFY(recording.start >= driveTime[recording.drive]);
+            driveTime[recording.drive] = recording.start + recording.duration;
+            if (recording.impact) {
+                QCOMPARE(recording.mode, RecordingMode::Event);
+                QVERIFY(*recording.impact > recording.start);
+                QVERIFY(*recording.impact < recording.start + recording.duration - 0.3);
+            }
+        }
+        QVERIFY(days.size() >= 2);
+        QCOMPARE(modes.size(), 3);
+        QCOMPARE(names.size(), int(card.recordings().size()));
+        QVERIFY(unpaired && frontOnly && rearOnly && silent);
+        QVERIFY(std::any_of(card.drives().begin(), card.drives().end(), [](const DrivePlan& d) {
+            return d.route.originLatitude < 0 && d.route.originLongitude < 0;
+        }));
+    }
+
+    void everyRecordingProbesAsVideoSoundAndTelemetry()
+    {
+        if (tool("ffprobe").isEmpty())
+            QSKIP("ffprobe is not installed");
+        for (const auto& [recording, rear, audio] : recordingFiles()) {
+            const QString path = recordingPath(*recording, rear);
+            const Run probe = run("ffprobe", {"-v", "error", "-count_frames", "-show_streams",
+                                              "-show_format", "-of", "json", path});
+            QVERIFY2(probe.exitCode == 0 && probe.err.isEmpty(),
+                     qPrintable(path + ": " + probe.err));
+            const QJsonObject info = QJsonDocument::fromJson(probe.out).object();
+            const QJsonArray streams = info["streams"].toArray();
+            QCOMPARE(streams.size(), 3);
+            const QJsonObject video = streams[0].toObject();
+            const QSize size = rear ? plan().options().rearSize : plan().options().frontSize;
+            QCOMPARE(video["codec_name"].toString(), QString("h264"));
+            QCOMPARE(video["width"].toInt(), size.width());
+            QCOMPARE(video["height"].toInt(), size.height());
+            QCOMPARE(video["nb_read_frames"].toString().toInt(),
+                     int(recording->duration) * plan().options().fps);
+            // Without sound, stream 1 must not pass itself off as an audio track.
+            const QJsonObject second = streams[1].toObject();
+            QCOMPARE(second["codec_type"].toString(), audio ? QString("audio") : QString("data"));
+            if (audio) {
+                QCOMPARE(second["codec_name"].toString(), QString("pcm_s16le"));
+                QCOMPARE(second["sample_rate"].toString(), QString("16000"));
+            }
+            QCOMPARE(streams[2].toObject()["codec_type"].toString(), QString("data"));
+            QCOMPARE(info["format"].toObject()["duration"].toString().toDouble(),
+                     recording->duration);
+        }
+    }
+
+    void everyRecordingDecodesToItsEnd()
+    {
+        for (const auto& [recording, rear, audio] : recordingFiles()) {
+            Q_UNUSED(audio);
+            const QString path = recordingPath(*recording, rear);
+            const Run decode = run("ffmpeg", {"-v", "error", "-i", path, "-f", "null", "-"});
+            QVERIFY2(decode.exitCode == 0 && decode.err.isEmpty(),
+                     qPrintable(path + ": " + decode.err));
+        }
+    }
+
+    void telemetryReadsBackAsWritten()
+    {
+        for (const RecordingPlan& recording : plan().recordings()) {
+            const TelemetryPlan expected = plan().telemetry(recording).recording(
+                recording.start, recording.duration, recording.impact);
+            for (const bool rear : {false, true}) {
+                if (rear && !recording.hasRear)
+                    continue;
+                KVRBlackBoxData store;
+                QVERIFY(store.ExtractStreamInformation(recordingPath(recording, rear)));
+                QCOMPARE(store.vGSensorData().size(), expected.gsensor.size());
+                for (std::size_t k = 0; k < expected.gsensor.size(); ++k) {
+                    QCOMPARE(std::memcmp(&store.vGSensorData()[k].data(), &expected.gsensor[k],
+                                         sizeof(_AVI_GSENSOR_DATA_T)),
+                             0);
+                    QCOMPARE(store.GSensors()[k].x, float(expected.gsensor[k].xAxis) / 256);
+                }
+                QCOMPARE(store.gpsRecords().size(), expected.gps.size());
+                for (std::size_t j = 0; j < expected.gps.size(); ++j) {
+                    const auto& [record, fix] = store.gpsRecords()[j];
+                    // The reader cuts the text into lines with NULs where the line ends were.
+                    QCOMPARE(std::memcmp(&record->data(), &expected.gps[j],
+                                         offsetof(_AVI_GPS_DATA_T, RawData)),
+                             0);
+                    QByteArray text(expected.gps[j].RawData, sizeof expected.gps[j].RawData);
+                    text.replace('\r', '\0').replace('\n', '\0');
+                    QCOMPARE(QByteArray(record->data().RawData, sizeof record->data().RawData),
+                             text);
+                    const GpsFix& sent = expected.fixes[j];
+                    QCOMPARE(record->data().KM, '9');
+                    QCOMPARE(fix.NS, sent.latitude < 0 ? 'S' : 'N');
+                    QCOMPARE(fix.EW, sent.longitude < 0 ? 'W' : 'E');
+                    QCOMPARE(float(fix.Latitude), float(record->data().fLatitude));
+                    QCOMPARE(float(fix.Longitude), float(record->data().fLongitude));
+                    QCOMPARE(fix.SatelliteUsedCount,
+                             std::uint32_t(sent.gpsUsed.size() + sent.glonassUsed.size()));
+                    QCOMPARE(float(fix.HDOP), QByteArray::number(sent.hdop, 'f', 2).toFloat());
+                    const QDateTime utc(QDate(fix.Now.wYear, fix.Now.wMonth, fix.Now.wDay),
+                                        QTime(fix.Now.wHour, fix.Now.wMinute, fix.Now.wSecond),
+                                        Qt::UTC);
+                    QCOMPARE(utc, sent.utc);
+                    // The speed field is the receiver's speed in whole km/h.
+                    QVERIFY(std::abs(record->data().fSpeed - fix.SpeedOverGround * 1.852) <= 0.51);
+                }
+            }
+        }
+    }
+
+    void cameraClockRunsOnAcrossADrive()
+    {
+        std::map<int, std::uint32_t> lastSample;
+        for (const RecordingPlan& recording : plan().recordings()) {
+            KVRBlackBoxData store;
+            QVERIFY(store.ExtractStreamInformation(recordingPath(recording, false)));
+            const auto& samples = store.vGSensorData();
+            QVERIFY(!samples.empty());
+            for (std::size_t k = 1; k < samples.size(); ++k)
+                QCOMPARE(samples[k].data().timestamp - samples[k - 1].data().timestamp, 100u);
+            const auto previous = lastSample.find(recording.drive);
+            if (previous != lastSample.end() && recording.mode != RecordingMode::Motion)
+                QCOMPARE(samples.front().data().timestamp, previous->second + 100);
+            lastSample[recording.drive] = samples.back().data().timestamp;
+        }
+    }
+
+    void eventRecordingHoldsTheImpact()
+    {
+        for (const RecordingPlan& recording : plan().recordings()) {
+            KVRBlackBoxData store;
+            QVERIFY(store.ExtractStreamInformation(recordingPath(recording, false)));
+            float peak = 0;
+            for (const auto& g : store.GSensors())
+                peak = std::max({peak, std::abs(g.x), std::abs(g.y), std::abs(g.z - 1)});
+            // The default driving threshold is 0.5 g: only the event crosses it.
+            if (recording.mode == RecordingMode::Event)
+                QVERIFY2(peak > 1.0f, qPrintable(QString::number(peak)));
+            else
+                QVERIFY2(peak < 0.5f, qPrintable(plan().baseName(recording, false)));
+        }
+    }
+
+    void listShowsTheRecordingsAndNothingElse()
+    {
+        const auto result = kavro::test::runKavro({"list", cardPath(), "--format", "json"});
+        QCOMPARE(result.exitCode, 0);
+        QMap<QString, QJsonValue> partners;
+        for (const QJsonValue row : QJsonDocument::fromJson(result.out).array())
+            partners.insert(QDir(cardPath()).relativeFilePath(row["path"].toString()),
+                            row["partner"]);
+        QMap<QString, QJsonValue> expected;
+        for (const RecordingPlan& recording : plan().recordings()) {
+            const QString front = plan().relativePath(recording, false);
+            const QString rear = plan().relativePath(recording, true);
+            expected.insert(front, recording.hasRear ? QJsonValue(cardPath(rear)) : QJsonValue());
+            if (recording.hasRear)
+                expected.insert(rear, QJsonValue(cardPath(front)));
+        }
+        QCOMPARE(partners.keys(), expected.keys());
+        for (auto it = expected.begin(); it != expected.end(); ++it)
+            QCOMPARE(QDir::cleanPath(partners[it.key()].toString()),
+                     QDir::cleanPath(it.value().toString()));
+        for (const StrayFile& stray : plan().strays())
+            QVERIFY(QFile::exists(cardPath(stray.path)));
+    }
+
+    void cameraFilesSayWhatWasWritten()
+    {
+        const auto config = kavro::test::runKavro({"config", "show", cardPath("config.bin")});
+        QCOMPARE(config.exitCode, 0);
+        const QJsonObject settings = QJsonDocument::fromJson(config.out).object();
+        QCOMPARE(settings["szPlateNumber"].toString(), QString(CardPlan::PlateNumber));
+        QCOMPARE(settings["osd_plate_flag"].toInt(), 1);
+        QCOMPARE(settings["checksum_valid"].toBool(), true);
+        QCOMPARE(settings["cfg_ver"].toInt(), 22310);
+        QCOMPARE(settings["time_gmt"].toInt(), 28); // +09:00, the zone of the recordings' names
+
+        const std::vector<_DRIVE_INFO_T> records = CardFiles::driveRecords(plan());
+        const auto drv = kavro::test::runKavro({"drv", cardPath("DrvInfo/kavro_000.drv")});
+        QCOMPARE(drv.exitCode, 0);
+        QList<QByteArray> lines = drv.out.trimmed().split('\n');
+        const QList<QByteArray> header = lines.takeFirst().split(',');
+        QCOMPARE(std::size_t(lines.size()), records.size());
+        auto cell = [&](int row, const char* column) {
+            return lines[row].split(',').value(header.indexOf(column));
+        };
+        const DrivePlan& first = plan().drives().front();
+        QCOMPARE(cell(0, "Valid"), QByteArray("V"));
+        QCOMPARE(cell(0, "Date"), first.cameraStart.toString("yyyy/MM/dd").toLatin1());
+        QCOMPARE(cell(0, "Day"), QByteArray("FRI"));
+        const int fix = CardFiles::DriveRecordsBeforeFix;
+        QCOMPARE(cell(fix, "Valid"), QByteArray("A"));
+        QCOMPARE(cell(fix, "Time"), first.cameraStart.toString("HH:mm:ss").toLatin1());
+        const GpsFix start = TelemetrySynth(first.track, first.clock).fixAt(0);
+        QCOMPARE(cell(fix, "Latitude"),
+                 NmeaComposer::latitudeField(start.latitude).split(',').first());
+        QCOMPARE(cell(fix, "Longitude"),
+                 NmeaComposer::longitudeField(start.longitude).split(',').first());
+        QSet<QByteArray> days;
+        for (int row = 0; row < lines.size(); ++row)
+            days.insert(cell(row, "Day"));
+        QCOMPARE(days, QSet<QByteArray>({"FRI", "SAT"}));
+
+        const QByteArray clock = fileBytes(cardPath("timeset.cfg"));
+        QCOMPARE(clock, plan().clockSetting().toString("yyyy/MM/dd HH:mm:ss").toLatin1());
+        QVERIFY(plan().clockSetting() < first.cameraStart);
+    }
+
+    void imageIsACleanCameraCard()
+    {
+        if (!QFile::exists(imagePath()))
+            QSKIP("mkfs.fat or mtools are not installed");
+        const Run check = run("fsck.fat", {"-n", imagePath()});
+        QVERIFY2(check.exitCode == 0, check.out.constData());
+        const Run info = run("minfo", {"-i", imagePath()});
+        for (const char* line : {"disk label=\"KAVRO", "fats: 2", "reserved (boot) sectors: 32",
+                                 "backup boot sector=6", "disk type=\"FAT32"})
+            QVERIFY2(info.out.contains(line), line);
+        const Run listing = run("mdir", {"-i", imagePath(), "-/", "-b", "::/"});
+        QCOMPARE(listing.exitCode, 0);
+        const QMap<QString, QByteArray> files = folderContent(cardPath());
+        for (auto it = files.begin(); it != files.end(); ++it)
+            QVERIFY2(listing.out.contains(("::/" + it.key()).toUtf8()), qPrintable(it.key()));
+        const QString copied = m_work.filePath("copied.avi");
+        const QString sample = plan().relativePath(plan().recordings().front(), true);
+        QCOMPARE(run("mcopy", {"-i", imagePath(), "::/" + sample, copied}).exitCode, 0);
+        QCOMPARE(fileBytes(copied), files[sample]);
+    }
+
+    void frontAndRearShowTheSameFrame()
+    {
+        const int fps = plan().options().fps;
+        for (const RecordingPlan& recording : plan().recordings()) {
+            if (!recording.hasRear)
+                continue;
+            const int frame = int(recording.duration * fps) / 2 + 1;
+            std::optional<int> seen[2];
+            for (const bool rear : {false, true}) {
+                const QString still = m_work.filePath(rear ? "rear.png" : "front.png");
+                const Run grab = run("ffmpeg", {"-v", "error", "-i", recordingPath(recording, rear),
+                                                "-vf", QString("select=eq(n\\,%1)").arg(frame),
+                                                "-frames:v", "1", "-y", still});
+                QCOMPARE(grab.exitCode, 0);
+                const QImage image(still);
+                QCOMPARE(image.size(),
+                         rear ? plan().options().rearSize : plan().options().frontSize);
+                seen[rear] = TimeCode::read(image);
+            }
+            QCOMPARE(seen[0], std::optional<int>(frame));
+            QCOMPARE(seen[1], std::optional<int>(frame));
+        }
+    }
+
+    void sameSeedSameCard()
+    {
+        QTemporaryDir other;
+        CardOptions options = testOptions(other.filePath("card"));
+        if (QFile::exists(imagePath()))
+            options.imagePath = other.filePath("card.img");
+        CardGenerator again(options);
+        QString error;
+        QVERIFY2(again.generate(&error), qPrintable(error));
+        const QMap<QString, QByteArray> first = folderContent(cardPath());
+        const QMap<QString, QByteArray> second = folderContent(other.filePath("card"));
+        QCOMPARE(second.keys(), first.keys());
+        for (auto it = first.begin(); it != first.end(); ++it)
+            QVERIFY2(second[it.key()] == it.value(), qPrintable(it.key()));
+        if (!options.imagePath.isEmpty())
+            QVERIFY(fileBytes(options.imagePath) == fileBytes(imagePath()));
+
+        options.seed = 8;
+        const CardPlan changed(options);
+        QVERIFY(changed.drives().front().track.samples().back().east !=
+                plan().drives().front().track.samples().back().east);
+    }
+};
+
+QTEST_MAIN(TestCamsimCard)
+#include "tst_camsimcard.moc"
