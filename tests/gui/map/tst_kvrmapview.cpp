@@ -1,0 +1,196 @@
+#include "map/kvrmapview.h"
+
+#include "mappagetest.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <csignal>
+#include <limits>
+
+using kavro::KVRMapView;
+using kavro::RoutePoint;
+using namespace kavro::test;
+
+namespace {
+
+// A drive through Seoul, south to north.
+const std::vector<RoutePoint> SeoulRoute = {
+    {37.5100, 127.0500, {}},
+    {37.5200, 127.0450, {}},
+    {37.5300, 127.0400, {}},
+};
+
+} // namespace
+
+class TestKVRMapView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { prepareMapTests(); }
+
+    void setLatLagTakesLongitudeFirst_data()
+    {
+        QTest::addColumn<double>("latitude");
+        QTest::addColumn<double>("longitude");
+        QTest::addColumn<QString>("script");
+        QTest::newRow("north east") << 37.5 << 127.0 << "setLatLag('127.000000','37.500000')";
+        QTest::newRow("converted NMEA")
+            << 37.558333333333 << 126.99 << "setLatLag('126.990000','37.558333')";
+        QTest::newRow("south") << -33.8688 << 151.2093 << "setLatLag('151.209300','-33.868800')";
+        QTest::newRow("west") << 40.7128 << -74.006 << "setLatLag('-74.006000','40.712800')";
+        QTest::newRow("rounds the seventh decimal")
+            << 0.0000006 << -179.9999996 << "setLatLag('-180.000000','0.000001')";
+    }
+
+    void setLatLagTakesLongitudeFirst()
+    {
+        QFETCH(double, latitude);
+        QFETCH(double, longitude);
+        QFETCH(QString, script);
+        QCOMPARE(KVRMapView::setLatLagScript(latitude, longitude), script);
+    }
+
+    void otherScriptsAndThePageName()
+    {
+        QCOMPARE(KVRMapView::noGpsDataScript(), QStringLiteral("KVRDebug('GPS Data Count=Zero')"));
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        QCOMPARE(KVRMapView::routeScript({{37.5, 127.0, {}}, {nan, 1, {}}, {-33.25, -70.5, {}}}),
+                 QStringLiteral("setRoute([[37.5,127],[-33.25,-70.5]])"));
+        QCOMPARE(KVRMapView::routeScript({}), QStringLiteral("setRoute([])"));
+
+        QCOMPARE(KVRMapView::pageName(QStringLiteral("en")), QStringLiteral("map2"));
+        QCOMPARE(KVRMapView::pageName(QStringLiteral("ko")), QStringLiteral("map2_eng"));
+        QCOMPARE(KVRMapView::pageName(QStringLiteral("auto")), QStringLiteral("map2_eng"));
+        QCOMPARE(KVRMapView::pageUrl(), QUrl(QStringLiteral("qrc:/map/map2_eng.htm")));
+        KVRMapView view; // registers the resources
+        QVERIFY(QFile::exists(QStringLiteral(":/map/map2.htm")));
+        QVERIFY(QFile::exists(QStringLiteral(":/map/map2_eng.htm")));
+    }
+
+    // The latest position and route win; other calls arrive in the order made.
+    void callsBeforeTheLoadArriveAfterIt()
+    {
+        KVRMapView view;
+        view.setRoute(SeoulRoute);
+        view.showNoGpsData();
+        view.showNoGpsData();
+        view.showPosition(1.0, 2.0);
+        view.evaluateWebScript(QStringLiteral("KVRDebug('second')"));
+        view.showPosition(37.52, 127.045);
+        QVERIFY(!view.isPageReady());
+        QVERIFY(loadOffline(view));
+
+        const QVariantMap state = mapState(view);
+        QCOMPARE(markerOf(state), (QList<double>{37.52, 127.045}));
+        QCOMPARE(state.value("route").toInt(), 3);
+        QCOMPARE(state.value("debug").toStringList(),
+                 (QStringList{"GPS Data Count=Zero", "second"}));
+    }
+
+    void offlineItFollowsThePositionWithoutChangingTheZoom()
+    {
+        KVRMapView view;
+        view.resize(480, 360);
+        view.show();
+        QVERIFY(loadOffline(view));
+        // Offline, the label says so quietly in a corner of the view.
+        QTRY_VERIFY_WITH_TIMEOUT(mapState(view).value("offline").toBool(), 20000);
+        QCOMPARE(mapState(view).value("offlineText").toString(), QStringLiteral("Map offline"));
+        const QVariantList label =
+            evaluate(view, "(function () { var r = document.querySelector('.kvr-offline')"
+                           ".getBoundingClientRect(); return [r.width, r.height, r.bottom]; })()")
+                .toList();
+        QVERIFY(label.value(0).toDouble() > 20 && label.value(1).toDouble() > 8);
+        QVERIFY(label.value(2).toDouble() <= 360);
+
+        view.showPosition(37.5665, 126.9780);
+        QVariantMap state = mapState(view);
+        QCOMPARE(state.value("zoom").toInt(), 16);
+        const QVariant centre = state.value("center");
+
+        // A few metres on: the marker moves, the view stays.
+        view.showPosition(37.5666, 126.9781);
+        state = mapState(view);
+        QCOMPARE(markerOf(state), (QList<double>{37.5666, 126.9781}));
+        QCOMPARE(state.value("center"), centre);
+
+        // Another city: the view follows at the same zoom.
+        view.showPosition(35.1796, 129.0756);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            qAbs(mapState(view).value("center").toList().value(0).toDouble() - 35.1796) < 0.01,
+            10000);
+        QCOMPARE(mapState(view).value("zoom").toInt(), 16);
+    }
+
+    void badCallsLeaveThePageAsItWas()
+    {
+        KVRMapView view;
+        view.setRoute(SeoulRoute);
+        view.showPosition(37.51, 127.05);
+        QVERIFY(loadOffline(view));
+
+        for (const char* script :
+             {"setLatLag('abc','37')", "setLatLag('200','95')", "setLatLag('0','0')", "setLatLag()",
+              "setRoute('not json')", "setRoute(42)", "setRoute([[1], null, 'x'])"})
+            view.evaluateWebScript(QLatin1String(script));
+        QVariantMap state = mapState(view);
+        QCOMPARE(markerOf(state), (QList<double>{37.51, 127.05}));
+        // The last call was a list, without one usable point: no route.
+        QCOMPARE(state.value("route").toInt(), 0);
+
+        view.setRoute(SeoulRoute);
+        view.evaluateWebScript(QStringLiteral("setRoute('[[37.5, 127.0], [91, 0], [0, 0]]')"));
+        QCOMPARE(mapState(view).value("route").toInt(), 1);
+    }
+
+    void tilesClearTheOfflineLabelAndNameTheApplication()
+    {
+        TileServer server;
+        server.failing = "GET /2/"; // the world view the page starts with
+        KVRMapView view;
+        view.resize(400, 300);
+        view.show();
+        view.setTileUrlTemplate(server.urlTemplate());
+        view.loadMapPage();
+        QVERIFY(waitForPage(view));
+        QTRY_VERIFY_WITH_TIMEOUT(mapState(view).value("offline").toBool(), 20000);
+
+        view.showPosition(37.5665, 126.9780);
+        const QString loadedTiles =
+            QStringLiteral("Array.from(document.querySelectorAll('img.leaflet-tile-loaded'))"
+                           ".filter(function (i) { return i.naturalWidth === 256; }).length");
+        QTRY_VERIFY_WITH_TIMEOUT(evaluate(view, loadedTiles).toInt() >= 4, 20000);
+        QVERIFY(!mapState(view).value("offline").toBool());
+        // At the position's zoom or the world view that the page starts with, only what the view
+        // needs and a small margin: no prefetching of other zooms or places.
+        QTest::qWait(500);
+        QVERIFY(server.requests.size() <= 40);
+        for (const QByteArray& request : server.requests) {
+            QVERIFY2(request.startsWith("GET /16/") || request.startsWith("GET /2/"),
+                     request.constData());
+            QVERIFY2(request.contains("\r\nUser-Agent: KAVRO-Viewer/"), request.constData());
+        }
+    }
+
+    void aRestartedRendererShowsTheRouteAndPositionAgain()
+    {
+        KVRMapView view;
+        view.setRoute(SeoulRoute);
+        view.showPosition(37.53, 127.04);
+        QVERIFY(loadOffline(view));
+        const qint64 pid = view.page()->renderProcessPid();
+        QVERIFY(pid > 0);
+
+        QSignalSpy ready(&view, &KVRMapView::pageReady);
+        ::kill(pid_t(pid), SIGKILL);
+        QVERIFY(ready.wait(PageTimeoutMs));
+        const QVariantMap state = mapState(view);
+        QCOMPARE(markerOf(state), (QList<double>{37.53, 127.04}));
+        QCOMPARE(state.value("route").toInt(), 3);
+    }
+};
+
+QTEST_MAIN(TestKVRMapView)
+#include "tst_kvrmapview.moc"
