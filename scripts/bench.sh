@@ -1,14 +1,18 @@
 #!/usr/bin/env bash
-# Builds an optimised tree and runs every benchmark. Each prints its ratio against a reference
+# Builds the benchmarks optimised and runs them all. Each prints its ratio against a reference
 # measured in the same run; the machine is shared, so compare ratios, not seconds.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build_dir="$root/build-bench"
 
 "$root/scripts/setup.sh"
-BUILD_DIR="$build_dir" BUILD_TYPE=Release "$root/scripts/build.sh" -DKAVRO_BUILD_TESTS=OFF
-for bench in "$build_dir"/bench/bench_*; do
-    [ -x "$bench" ] || continue
-    echo "== $(basename "$bench")"
-    "$bench"
+targets=()
+for source in "$root"/bench/bench_*.cpp; do
+    targets+=("$(basename "$source" .cpp)")
+done
+cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKAVRO_BUILD_TESTS=OFF >/dev/null
+cmake --build "$build_dir" -j "${JOBS:-2}" --target "${targets[@]}"
+for target in "${targets[@]}"; do
+    echo "== $target"
+    "$build_dir/bench/$target"
 done

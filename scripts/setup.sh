@@ -7,7 +7,7 @@ packages=(
     build-essential cmake ninja-build ccache pkg-config
     qt6-base-dev qt6-base-dev-tools
     ffmpeg dosfstools mtools fonts-dejavu-core
-    libvlc-dev vlc-plugin-base
+    libvlc-dev vlc-plugin-base vlc-bin
     qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools qt6-webengine-dev
     xvfb xauth imagemagick fusefat dbus-daemon
 )

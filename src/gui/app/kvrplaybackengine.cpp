@@ -1,0 +1,496 @@
+#include "kvrplaybackengine.h"
+
+#include "applog.h"
+#include "kvrloadingcontroller.h"
+#include "kvrmainwindowui.h"
+#include "kvrmedialisttablemodel.h"
+#include "kvrmedialisttableview.h"
+#include "kvrplaybackcontrols.h"
+#include "kvrplayinfo.h"
+#include "kvrpositionslider.h"
+#include "kvrvideocontainerview.h"
+#include "kvrwindowlayout.h"
+#include "player/vlcmediaplayer.h"
+#include "player/vlcvideoview.h"
+#include "telemetry/graphview.h"
+#include "widgets/tkimagebutton.h"
+#include "widgets/tkvideobackgroundimageview.h"
+
+#include <QLabel>
+#include <QParallelAnimationGroup>
+#include <QPropertyAnimation>
+#include <QTimer>
+#include <QtConcurrent>
+
+#include <algorithm>
+
+namespace kavro {
+
+namespace {
+
+constexpr int PlayNextIntervalMs = 1000;
+constexpr double StartResyncDelay = 0.3;
+constexpr int SwapAnimationMs = 1500;
+constexpr int SwapRestoreMs = 800;
+constexpr int SwapDoneMs = 1700;
+
+bool hasMedia(const VLCMediaPlayer* player)
+{
+    return player && !player->media().isNull();
+}
+
+bool isPaused(const VLCMediaPlayer* player)
+{
+    return player->state() == VLCMediaPlayerStatePaused;
+}
+
+// A player that rests on its last frame; a backend that ends instead of pausing counts too.
+bool restsAtEnd(const VLCMediaPlayer* player)
+{
+    const VLCMediaPlayerState state = player->state();
+    return (state == VLCMediaPlayerStatePaused || state == VLCMediaPlayerStateEnded) &&
+           player->position() >= KVRPlaybackEngine::EndPosition;
+}
+
+} // namespace
+
+KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players,
+                                     KVRPlayInfo* playInfo, const KVRMediaListTableModel* rows,
+                                     QObject* parent)
+    : QObject(parent), m_ui(ui), m_players(players), m_playInfo(playInfo), m_rows(rows),
+      m_blackBoxData(std::make_unique<KVRBlackBoxData>())
+{
+    m_blackBoxData->setWaitAfterReading(true);
+    for (VLCMediaPlayer* player : {m_players.player1, m_players.player2}) {
+        connect(player, &VLCMediaPlayer::mediaPlayerStateChanged, this,
+                &KVRPlaybackEngine::mediaPlayerStateChanged);
+        connect(player, &VLCMediaPlayer::mediaPlayerTimeChanged, this,
+                &KVRPlaybackEngine::mediaPlayerTimeChanged);
+    }
+}
+
+KVRPlaybackEngine::~KVRPlaybackEngine()
+{
+    // The store must outlive a running extraction.
+    m_extraction.waitForFinished();
+}
+
+void KVRPlaybackEngine::setCollaborators(KVRPlaybackControls* controls, KVRWindowLayout* layout,
+                                         KVRLoadingController* loading)
+{
+    m_controls = controls;
+    m_layout = layout;
+    m_loading = loading;
+}
+
+bool KVRPlaybackEngine::isPlaying(const VLCMediaPlayer* player)
+{
+    return hasMedia(player) && player->isPlaying() &&
+           player->remainingTime().stringValue() != QLatin1String("00:00");
+}
+
+bool KVRPlaybackEngine::hasAudio(const VLCMediaPlayer* player)
+{
+    return hasMedia(player) && !player->audioTrackIndexes().isEmpty();
+}
+
+bool KVRPlaybackEngine::isPlayNextTimerActive() const
+{
+    return m_playStopTimer && m_playStopTimer->isActive();
+}
+
+void KVRPlaybackEngine::setMoving(bool moving, double position)
+{
+    m_moving = moving;
+    m_movingPosition = position;
+}
+
+bool KVRPlaybackEngine::playAtIndex(qint64 index)
+{
+    // One opening at a time, which also keeps two extractions from overlapping.
+    if (m_rows->count() == 0 || m_waitingForPlayStart || m_extraction.isRunning())
+        return false;
+    index = std::clamp<qint64>(index, 0, m_rows->count() - 1);
+    m_waitingForPlayStart = true;
+    const quint64 opening = ++m_opening;
+    stopTimerPlayNext();
+
+    VLCMediaPlayer* player1 = m_players.player1;
+    VLCMediaPlayer* player2 = m_players.player2;
+    player1->stop();
+    player1->setMedia(VLCMedia());
+    player2->stop();
+    player2->setMedia(VLCMedia());
+
+    m_mediaIndex = index;
+    m_ui.mediaListTableView->selectOnlyRow(index);
+    updateVideoUI();
+    emit statusMessage(QString());
+    m_loading->showLoading(QStringLiteral("Loading..."));
+
+    const VLCMediaPlayer* frontPlayer = player1->media().isRearMedia() ? player2 : player1;
+    const QString frontPath = frontPlayer->media().path();
+    KVRBlackBoxData* store = m_blackBoxData.get();
+    emit telemetryWillChange();
+    disconnect(&m_extraction, nullptr, this, nullptr);
+    connect(&m_extraction, &QFutureWatcher<bool>::finished, this,
+            [this, opening] { completeOpening(opening); });
+    m_extraction.setFuture(QtConcurrent::run(
+        [store, frontPath] { return store->ExtractStreamInformation(frontPath); }));
+    return true;
+}
+
+void KVRPlaybackEngine::updateVideoUI()
+{
+    const KVRMediaPtr media = m_rows->mediaAtIndex(m_mediaIndex);
+    if (!media)
+        return;
+    const std::optional<KVRMediaPair> pair = m_rows->findMediaPairWithFileName(media->mediaName());
+    m_players.player1->setMedia(VLCMedia::mediaWithPath(media->path()));
+
+    KVRMediaPtr partner;
+    if (pair)
+        partner = media->isRearMedia() ? pair->frontMedia() : pair->rearMedia();
+    if (partner) {
+        m_players.player2->setMedia(VLCMedia::mediaWithPath(partner->path()));
+    } else {
+        m_players.player2->stop();
+        m_players.player2->setMedia(VLCMedia());
+    }
+    const bool rear = media->isRearMedia();
+    m_ui.player1BackgroundView->setLogoImage(rear ? QStringLiteral("v1_rear_logo")
+                                                  : QStringLiteral("v1_front_logo"));
+    m_ui.player2BackgroundView->setLogoImage(rear ? QStringLiteral("v2_front_logo")
+                                                  : QStringLiteral("v2_rear_logo"));
+    // The small picture shows once its player plays; without a partner it stays away.
+    const bool twoPlayers = hasMedia(m_players.player2);
+    if (!twoPlayers)
+        m_players.video2View->hide();
+    m_ui.audioToggleButton->setVisible(twoPlayers);
+}
+
+void KVRPlaybackEngine::completeOpening(quint64 opening)
+{
+    if (opening != m_opening)
+        return; // abandoned while the telemetry was read
+    m_ui.graphView->setGraphData(m_blackBoxData->GSensors());
+    emit telemetryReady(m_blackBoxData.get());
+    initMediaControlView();
+    m_players.player1->play();
+    m_hasRearMedia = false;
+    if (hasMedia(m_players.player2)) {
+        m_players.player2->play();
+        m_hasRearMedia = true;
+    }
+    m_bPlayNext = false;
+}
+
+void KVRPlaybackEngine::initMediaControlView()
+{
+    m_waitingForPlayStart = true;
+    m_ui.videoPositionSlider->setFraction(0);
+    m_ui.videoPositionSliderForFullScreen->setFraction(0);
+    m_controls->setVideoScaleIndex(0);
+    m_layout->updateSideViewButton();
+    m_playInfo->setSpeed(1.0);
+    m_players.player1->setRate(1.0f);
+    m_players.player2->setRate(1.0f);
+    m_playInfo->setPosition(0);
+    m_ui.gsensorXField->setText(QStringLiteral("X=+0.00"));
+    m_ui.gsensorYField->setText(QStringLiteral("Y=+0.00"));
+    m_ui.gsensorZField->setText(QStringLiteral("Z=+0.00"));
+    m_ui.speedField->clear();
+    m_ui.hdopField->clear();
+    m_ui.sateliteField->clear();
+}
+
+void KVRPlaybackEngine::updateVideoViewsVisibility()
+{
+    const auto showsPicture = [](const VLCMediaPlayer* player) {
+        return hasMedia(player) && (player->isPlaying() || isPaused(player));
+    };
+    m_players.video1View->setVisible(showsPicture(m_players.player1));
+    m_players.video2View->setVisible(showsPicture(m_players.player2));
+}
+
+void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
+{
+    VLCMediaPlayer* player1 = m_players.player1;
+    VLCMediaPlayer* player2 = m_players.player2;
+    if (m_waitingForPlayStart && player == player1 && hasMedia(player1) &&
+        player1->state() == VLCMediaPlayerStateError) {
+        giveUpOpening();
+        return;
+    }
+    if (m_waitingForPlayStart && player == player2 && hasMedia(player2) &&
+        player2->state() == VLCMediaPlayerStateError) {
+        // A broken partner file must not keep the main recording from playing.
+        qCWarning(lcApp) << "cannot play" << player2->media().path() << "- playing alone";
+        player2->setMedia(VLCMedia());
+        m_hasRearMedia = false;
+        m_ui.audioToggleButton->hide();
+    }
+    const bool p1 = hasMedia(player1) && player1->isPlaying();
+    const bool p2 = hasMedia(player2) && player2->isPlaying();
+    updateVideoViewsVisibility();
+
+    if (hasMedia(player1) && hasMedia(player2)) {
+        if (isPaused(player1) && isPaused(player2)) {
+            didFinishPlay();
+            return;
+        }
+        if (!(p1 && p2))
+            return;
+    } else if (hasMedia(player1)) {
+        if (isPaused(player1)) {
+            didFinishPlay();
+            return;
+        }
+        if (!p1)
+            return;
+    } else {
+        return;
+    }
+
+    if (m_waitingForPlayStart) {
+        m_waitingForPlayStart = false;
+        didStartPlayer();
+        startTimerPlayNext();
+        m_preparingPlayNext = false;
+        // The two files open at their own pace; without this the small picture would run a
+        // few frames apart for the whole recording.
+        syncVideoPositionDelay(StartResyncDelay);
+        emit playbackStarted();
+    } else {
+        m_controls->updateAudioUI();
+    }
+}
+
+void KVRPlaybackEngine::didStartPlayer()
+{
+    VLCMediaPlayer* player1 = m_players.player1;
+    if (!hasMedia(player1))
+        return;
+    m_playInfo->setSpeed(player1->rate());
+    m_playInfo->setIsPlaying(isPlaying(player1));
+    chooseAudioAuto();
+    if (m_playInfo->scale() == 0 && player1->hasVideoOut() && player1->videoSize().width() > 0)
+        m_controls->updatePlayInfoScale();
+}
+
+void KVRPlaybackEngine::didFinishPlay()
+{
+    m_playInfo->setPosition(m_players.player1->position());
+    m_playInfo->setIsPlaying(isPlaying(m_players.player1));
+}
+
+void KVRPlaybackEngine::mediaPlayerTimeChanged(VLCMediaPlayer* player)
+{
+    updateVideoViewsVisibility();
+    m_preparingPlayNext = false;
+    if (!m_loading->stopVideoLoadingView()) {
+        m_loading->hideLoading();
+        chooseAudioAuto();
+        // The picture's size is known by now, and it differs between the cameras.
+        m_controls->updatePlayInfoScale();
+    }
+    m_playInfo->setIsPlaying(isPlaying(m_players.player1));
+    if (m_moving) {
+        m_timeChangeCounter = -1;
+        if (m_movingPosition > 0)
+            m_playInfo->setPosition(m_movingPosition);
+    } else if (player == m_players.player1) {
+        // Every third event is plenty for the slider and the telemetry.
+        m_timeChangeCounter = (m_timeChangeCounter + 1) % 3;
+        if (m_timeChangeCounter == 0)
+            m_playInfo->setPosition(m_players.player1->position());
+    }
+}
+
+void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
+{
+    if (!hasMedia(m_players.player1) || !hasMedia(m_players.player2)) {
+        m_moving = false;
+        return;
+    }
+    const quint64 opening = m_opening;
+    QTimer::singleShot(int(seconds * 1000), this, [this, opening] {
+        m_moving = false;
+        if (opening == m_opening && hasMedia(m_players.player2))
+            m_players.player2->setPosition(m_players.player1->position());
+    });
+}
+
+void KVRPlaybackEngine::startTimerPlayNext()
+{
+    stopTimerPlayNext();
+    m_playStopTimer = new QTimer(this);
+    m_playStopTimer->setInterval(PlayNextIntervalMs);
+    connect(m_playStopTimer, &QTimer::timeout, this, &KVRPlaybackEngine::timerPlayNext);
+    m_playStopTimer->start();
+}
+
+void KVRPlaybackEngine::stopTimerPlayNext()
+{
+    delete m_playStopTimer;
+}
+
+void KVRPlaybackEngine::timerPlayNext()
+{
+    if (m_preparingPlayNext || !restsAtEnd(m_players.player1))
+        return;
+    m_preparingPlayNext = true;
+    const quint64 opening = m_opening;
+    QTimer::singleShot(PlayNextIntervalMs, this, [this, opening] {
+        if (opening != m_opening || m_bPlayNext)
+            return;
+        m_bPlayNext = true;
+        playNext();
+    });
+}
+
+bool KVRPlaybackEngine::playNext()
+{
+    stopTimerPlayNext();
+    const qint64 next = m_mediaIndex + 1 + (m_hasRearMedia ? 1 : 0);
+    if (next >= m_rows->count())
+        return false; // the last row: playback rests at its end
+    return playAtIndex(next);
+}
+
+bool KVRPlaybackEngine::reopenCurrentRow()
+{
+    if (m_waitingForPlayStart)
+        return false;
+    m_players.player1->setMedia(VLCMedia());
+    m_players.player2->setMedia(VLCMedia());
+    return playAtIndex(m_mediaIndex);
+}
+
+void KVRPlaybackEngine::chooseAudioAuto()
+{
+    VLCMediaPlayer* chosen = nullptr;
+    if (hasAudio(m_players.player1))
+        chosen = m_players.player1;
+    else if (hasAudio(m_players.player2))
+        chosen = m_players.player2;
+    m_playInfo->setAudioMediaDirection(chosen ? chosen->media().mediaDirection()
+                                              : KVRPlayInfo::AudioNone);
+}
+
+void KVRPlaybackEngine::setLogos()
+{
+    m_ui.player1BackgroundView->setLogoImage(m_players.player1->media().isRearMedia()
+                                                 ? QStringLiteral("v1_rear_logo")
+                                                 : QStringLiteral("v1_front_logo"));
+    m_ui.player2BackgroundView->setLogoImage(m_players.player2->media().isFrontMedia()
+                                                 ? QStringLiteral("v2_front_logo")
+                                                 : QStringLiteral("v2_rear_logo"));
+}
+
+void KVRPlaybackEngine::swapPlayer()
+{
+    VLCMediaPlayer* player1 = m_players.player1;
+    VLCMediaPlayer* player2 = m_players.player2;
+    if (!isPlaying(player1) || !isPlaying(player2) || m_swapping)
+        return;
+    m_swapping = true;
+    const float position = player1->position();
+    player1->pause();
+    player2->pause();
+    // Fresh media objects: one libVLC media is never in two players at once.
+    const QString path1 = player1->media().path();
+    const QString path2 = player2->media().path();
+    player1->setMedia(VLCMedia::mediaWithPath(path2));
+    player2->setMedia(VLCMedia::mediaWithPath(path1));
+    player1->play();
+    player2->play();
+    setLogos();
+    setMoving(true, player1->position());
+    animateSwap();
+    player1->audio()->setMute(true);
+    player2->audio()->setMute(true);
+
+    const quint64 opening = m_opening;
+    QTimer::singleShot(SwapRestoreMs, this, [this, opening, position] {
+        if (opening != m_opening)
+            return;
+        m_moving = false;
+        m_players.player1->setPosition(position);
+        m_players.player2->setPosition(position);
+    });
+    QTimer::singleShot(SwapDoneMs, this, [this, opening] {
+        m_swapping = false;
+        if (opening == m_opening)
+            m_controls->updateAudioUI();
+    });
+}
+
+void KVRPlaybackEngine::animateSwap()
+{
+    KVRVideoContainerView* mainArea = m_ui.videoContainerView;
+    KVRVideoContainerView* smallArea = m_ui.subVideoContainerView;
+    VLCVideoView* video1 = m_players.video1View;
+    VLCVideoView* video2 = m_players.video2View;
+    mainArea->setChildHeld(video1, true);
+    smallArea->setChildHeld(video2, true);
+
+    // The large picture grows out of the corner towards the small area, the small one out of
+    // the corner towards the large area.
+    auto* group = new QParallelAnimationGroup(this);
+    const auto grow = [group](QWidget* view, const QRect& from, const QRect& to) {
+        auto* animation = new QPropertyAnimation(view, "geometry", group);
+        animation->setDuration(SwapAnimationMs);
+        animation->setEasingCurve(QEasingCurve::OutCubic);
+        animation->setStartValue(from);
+        animation->setEndValue(to);
+        group->addAnimation(animation);
+    };
+    grow(video1, QRect(mainArea->width(), mainArea->height(), 0, 0), mainArea->rect());
+    grow(video2, QRect(0, 0, 0, 0), smallArea->rect());
+    connect(group, &QAbstractAnimation::finished, this, [mainArea, smallArea, video1, video2] {
+        mainArea->setChildHeld(video1, false);
+        smallArea->setChildHeld(video2, false);
+    });
+    group->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+void KVRPlaybackEngine::stopPlay()
+{
+    m_players.player1->pause();
+    m_players.player1->setMedia(VLCMedia());
+    m_players.player2->pause();
+    m_players.player2->setMedia(VLCMedia());
+}
+
+void KVRPlaybackEngine::clearCurrentRecording()
+{
+    ++m_opening;
+    stopTimerPlayNext();
+    m_players.player1->stop();
+    m_players.player1->setMedia(VLCMedia());
+    m_players.player2->stop();
+    m_players.player2->setMedia(VLCMedia());
+    m_waitingForPlayStart = false;
+    m_mediaIndex = -1;
+    m_hasRearMedia = false;
+    m_playInfo->setIsPlaying(false);
+    m_playInfo->setPosition(0);
+    m_ui.graphView->setGraphData({});
+    m_loading->hideLoading();
+    updateVideoViewsVisibility();
+}
+
+void KVRPlaybackEngine::giveUpOpening()
+{
+    if (!m_waitingForPlayStart)
+        return;
+    const KVRMediaPtr media = m_rows->mediaAtIndex(m_mediaIndex);
+    qCWarning(lcApp) << "the recording did not start:" << (media ? media->path() : QString());
+    clearCurrentRecording();
+    //% "This recording could not be played:"
+    emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') +
+                       (media ? media->fileName() : QString()));
+}
+
+} // namespace kavro

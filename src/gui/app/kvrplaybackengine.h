@@ -1,0 +1,131 @@
+#pragma once
+
+#include "telemetry/kvrblackboxdata.h"
+
+#include <QFutureWatcher>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class QTimer;
+
+namespace kavro {
+
+class KVRLoadingController;
+class KVRMediaListTableModel;
+class KVRPlayInfo;
+class KVRPlaybackControls;
+class KVRWindowLayout;
+class VLCMediaPlayer;
+class VLCVideoView;
+struct KVRMainWindowUI;
+
+// Plays one row of the recording list in two players at once: the row's file large in player1,
+// its front/rear partner small in player2. Reads the telemetry of the pair's front file before
+// both start, recognises the start and the end of playback, keeps player2 in step after seeks,
+// moves on to the next row at the end, exchanges the two pictures on request and picks the
+// audible recording.
+class KVRPlaybackEngine : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The end of a recording: a player resting on its last frames.
+    static constexpr double EndPosition = 0.998;
+
+    struct Players
+    {
+        VLCMediaPlayer* player1 = nullptr;
+        VLCMediaPlayer* player2 = nullptr;
+        VLCVideoView* video1View = nullptr;
+        VLCVideoView* video2View = nullptr;
+    };
+
+    KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players, KVRPlayInfo* playInfo,
+                      const KVRMediaListTableModel* rows, QObject* parent = nullptr);
+    ~KVRPlaybackEngine() override;
+
+    void setCollaborators(KVRPlaybackControls* controls, KVRWindowLayout* layout,
+                          KVRLoadingController* loading);
+
+    // True when opening began; false for an empty list or while another opening is awaited.
+    bool playAtIndex(qint64 index);
+    bool playNext();
+    // The current row again, from its start.
+    bool reopenCurrentRow();
+    void stopPlay();
+    // Stops both players and forgets the recording, for a newly opened folder.
+    void clearCurrentRecording();
+    // Gives up an opening whose start never came: the user may open another.
+    void giveUpOpening();
+    void swapPlayer();
+    void syncVideoPositionDelay(double seconds);
+    void chooseAudioAuto();
+
+    static bool isPlaying(const VLCMediaPlayer* player);
+    static bool hasAudio(const VLCMediaPlayer* player);
+
+    qint64 mediaIndex() const { return m_mediaIndex; }
+    bool waitingForPlayStart() const { return m_waitingForPlayStart; }
+    bool hasRearMedia() const { return m_hasRearMedia; }
+    bool swapping() const { return m_swapping; }
+    bool moving() const { return m_moving; }
+    double movingPosition() const { return m_movingPosition; }
+    void setMoving(bool moving, double position);
+    bool isPlayNextTimerActive() const;
+    const KVRBlackBoxData& blackBoxData() const { return *m_blackBoxData; }
+
+signals:
+    // Told to the user quietly, in the window.
+    void statusMessage(const QString& text);
+    // Both players started a recording.
+    void playbackStarted();
+    // The telemetry store is about to be refilled on a background thread: nothing may read it
+    // until telemetryReady.
+    void telemetryWillChange();
+    // The store holds the telemetry of the recording about to play.
+    void telemetryReady(const kavro::KVRBlackBoxData* store);
+
+private:
+    void updateVideoUI();
+    void initMediaControlView();
+    void completeOpening(quint64 opening);
+    void mediaPlayerStateChanged(VLCMediaPlayer* player);
+    void mediaPlayerTimeChanged(VLCMediaPlayer* player);
+    void updateVideoViewsVisibility();
+    void didStartPlayer();
+    void didFinishPlay();
+    void startTimerPlayNext();
+    void stopTimerPlayNext();
+    void timerPlayNext();
+    void setLogos();
+    void animateSwap();
+
+    KVRMainWindowUI& m_ui;
+    Players m_players;
+    KVRPlayInfo* m_playInfo;
+    const KVRMediaListTableModel* m_rows;
+    KVRPlaybackControls* m_controls = nullptr;
+    KVRWindowLayout* m_layout = nullptr;
+    KVRLoadingController* m_loading = nullptr;
+
+    std::unique_ptr<KVRBlackBoxData> m_blackBoxData;
+    QFutureWatcher<bool> m_extraction;
+    QPointer<QTimer> m_playStopTimer;
+
+    qint64 m_mediaIndex = -1;
+    // Bumped by every opening and by whatever abandons one, so that late completions and
+    // delayed moves of an older recording do nothing.
+    quint64 m_opening = 0;
+    int m_timeChangeCounter = -1;
+    double m_movingPosition = 0;
+    bool m_waitingForPlayStart = false;
+    bool m_hasRearMedia = false;
+    bool m_bPlayNext = false;
+    bool m_preparingPlayNext = false;
+    bool m_swapping = false;
+    bool m_moving = false;
+};
+
+} // namespace kavro

@@ -1,0 +1,120 @@
+// kavro-viewer: the main window of the viewer.
+
+#include "customwindow.h"
+#include "kvrappdelegate.h"
+#include "kvrmedialisttablemodel.h"
+#include "kvrmedialisttableview.h"
+#include "kvrplaybackengine.h"
+#include "resources/kavroresources.h"
+#include "resources/translations/infoplisttranslator.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QStyleFactory>
+
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+constexpr int ExitUsage = 2;
+
+int failWith(const QString& message)
+{
+    std::fprintf(stderr, "kavro-viewer: %s\n", qUtf8Printable(message));
+    return ExitUsage;
+}
+
+struct Options
+{
+    QString folder;
+    std::optional<qint64> playRow;
+    bool fullScreen = false;
+};
+
+// Reads the command line; an error text when it cannot be used.
+QString parseOptions(const QStringList& arguments, Options* options)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Plays the front and rear recordings of a dash camera card side by side."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("folder"),
+                                 QStringLiteral("Folder of recordings to open at start."));
+    const QCommandLineOption play(QStringLiteral("play"),
+                                  QStringLiteral("Play this row of the list once it is read."),
+                                  QStringLiteral("row"));
+    const QCommandLineOption fullScreen(QStringLiteral("full-screen"),
+                                        QStringLiteral("Go full screen once playback starts."));
+    parser.addOptions({play, fullScreen});
+    if (!parser.parse(arguments))
+        return parser.errorText();
+    if (parser.isSet(QStringLiteral("help"))) {
+        std::fputs(qUtf8Printable(parser.helpText()), stdout);
+        std::exit(0);
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() > 1)
+        return QStringLiteral("only one folder can be opened");
+    if (!positional.isEmpty()) {
+        options->folder = positional.first();
+        if (!QFileInfo(options->folder).isDir())
+            return QStringLiteral("%1 is not a folder").arg(options->folder);
+    }
+    if (parser.isSet(play)) {
+        bool ok = false;
+        const qint64 row = parser.value(play).toLongLong(&ok);
+        if (!ok || row < 0)
+            return QStringLiteral("--play takes a row number from 0");
+        if (options->folder.isEmpty())
+            return QStringLiteral("--play needs a folder");
+        options->playRow = row;
+    }
+    options->fullScreen = parser.isSet(fullScreen);
+    return QString();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kavro-viewer"));
+    QApplication::setApplicationDisplayName(QStringLiteral("KAVRO Viewer"));
+    QApplication::setDesktopFileName(QStringLiteral("kavro-viewer"));
+
+    Options options;
+    const QString error = parseOptions(QApplication::arguments(), &options);
+    if (!error.isEmpty())
+        return failWith(error);
+
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    kavro::initImageResources();
+    kavro::installInfoPlistTranslator();
+
+    kavro::KVRAppDelegate delegate;
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &delegate, &kavro::KVRAppDelegate::die);
+    delegate.applicationDidFinishLaunching();
+    delegate.window()->setWindowIcon(QIcon(QStringLiteral(":/images/app_icon.svg")));
+    delegate.window()->show();
+
+    if (options.playRow) {
+        const qint64 row = *options.playRow;
+        QObject::connect(
+            &delegate, &kavro::KVRAppDelegate::mediaListReloaded, &delegate,
+            [&delegate, row] {
+                delegate.ui().mediaListTableView->selectOnlyRow(row);
+                delegate.changeAndPlay();
+            },
+            Qt::SingleShotConnection);
+    }
+    if (options.fullScreen) {
+        QObject::connect(
+            delegate.engine(), &kavro::KVRPlaybackEngine::playbackStarted, &delegate,
+            [&delegate] { delegate.window()->enterFullscreen(); }, Qt::SingleShotConnection);
+    }
+    if (!options.folder.isEmpty())
+        delegate.openMediaDirectory(options.folder);
+    return app.exec();
+}

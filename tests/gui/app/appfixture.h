@@ -1,0 +1,177 @@
+#pragma once
+
+// Shared fixtures of the main-window tests: a tiny simulated card, a large offscreen screen, a
+// started viewer window driven as a person drives it, and the time code read from a picture.
+
+#include "cardgenerator.h"
+#include "customwindow.h"
+#include "kvrappdelegate.h"
+#include "kvrloadingcontroller.h"
+#include "kvrmedialisttablemodel.h"
+#include "kvrmedialisttableview.h"
+#include "kvrplaybackcontrols.h"
+#include "kvrplaybackengine.h"
+#include "kvrplayinfo.h"
+#include "kvrpositionslider.h"
+#include "kvrvideocontainerview.h"
+#include "kvrwindowlayout.h"
+#include "player/vlcmediaplayer.h"
+#include "player/vlcvideoview.h"
+#include "resources/kavroresources.h"
+#include "telemetry/graphview.h"
+#include "testsupport.h"
+#include "timecode.h"
+#include "widgets/custombackgroundbox.h"
+#include "widgets/pmprogressindicator.h"
+#include "widgets/tkimagebutton.h"
+#include "widgets/tkthreepartimageview.h"
+#include "widgets/tkvideobackgroundimageview.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <memory>
+#include <optional>
+
+namespace kavro::test {
+
+// Generous: the machine is shared and may be slow.
+constexpr int StartWaitMs = 15000;
+
+// Before the application object exists: one 1600x1000 offscreen screen, preferences of the
+// test's own, and silent libVLC.
+inline void prepareViewerEnvironment()
+{
+    const QString config = QDir::temp().filePath(
+        QStringLiteral("kavro-app-screen-%1.json").arg(QCoreApplication::applicationPid()));
+    QFile file(config);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(R"({"screens":[{"name":"test","x":0,"y":0,"width":1600,"height":1000,)"
+                   R"("logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.toLocal8Bit());
+    if (qEnvironmentVariableIsEmpty("KAVRO_VLC_ARGS"))
+        qputenv("KAVRO_VLC_ARGS", "--aout=dummy");
+    isolatedConfigHome();
+}
+
+// The simulator's quick card, made once per test program: recordings of two to five seconds
+// with time codes in their pixels, front/rear pairs, a lone front file, files the list refuses.
+struct TinyCard
+{
+    QTemporaryDir dir;
+    QString root;
+    std::unique_ptr<camsim::CardPlan> plan;
+
+    bool make(QString* error)
+    {
+        camsim::CardOptions options = camsim::CardOptions::quick();
+        root = dir.filePath(QStringLiteral("card"));
+        options.outDir = root;
+        camsim::CardGenerator generator(options);
+        plan = std::make_unique<camsim::CardPlan>(options);
+        return dir.isValid() && generator.generate(error);
+    }
+
+    // The longest front/rear pair: time enough to act on it while it plays.
+    const camsim::RecordingPlan* longestPair() const
+    {
+        const camsim::RecordingPlan* longest = nullptr;
+        for (const camsim::RecordingPlan& recording : plan->recordings()) {
+            if (recording.hasRear && (!longest || recording.duration > longest->duration))
+                longest = &recording;
+        }
+        return longest;
+    }
+
+    QString path(const camsim::RecordingPlan& recording, bool rear) const
+    {
+        return QDir(root).filePath(plan->relativePath(recording, rear));
+    }
+};
+
+// The frame number a picture carries, or nothing when it has no readable time code.
+inline std::optional<int> frameNumber(const QImage& image)
+{
+    return image.isNull() ? std::nullopt : camsim::TimeCode::read(image);
+}
+
+// The viewer as it is after start-up, on screen.
+class Viewer
+{
+public:
+    Viewer()
+    {
+        initImageResources();
+        delegate = std::make_unique<KVRAppDelegate>();
+        delegate->applicationDidFinishLaunching();
+        window()->show();
+    }
+
+    CustomWindow* window() const { return delegate->window(); }
+    const KVRMainWindowUI& ui() const { return delegate->ui(); }
+    KVRPlaybackEngine* engine() const { return delegate->engine(); }
+    KVRMediaListTableModel* model() const { return delegate->mediaListModel(); }
+    VLCMediaPlayer* player1() const { return delegate->player1(); }
+    VLCMediaPlayer* player2() const { return delegate->player2(); }
+
+    bool openFolder(const QString& path)
+    {
+        QSignalSpy reloaded(delegate.get(), &KVRAppDelegate::mediaListReloaded);
+        delegate->openMediaDirectory(path);
+        return reloaded.wait(StartWaitMs);
+    }
+
+    // The row whose file column shows the name, or -1.
+    int rowOf(const QString& fileName) const
+    {
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            if (cell(row, KVRMediaListTableModel::FileColumn) == fileName)
+                return row;
+        }
+        return -1;
+    }
+
+    QString cell(int row, int column) const
+    {
+        return model()->index(row, column).data().toString();
+    }
+
+    void doubleClickRow(int row)
+    {
+        KVRMediaListTableView* table = ui().mediaListTableView;
+        const QModelIndex index = model()->index(row, KVRMediaListTableModel::FileColumn);
+        table->scrollTo(index);
+        const QPoint center = table->visualRect(index).center();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, center);
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, center);
+    }
+
+    // Both pictures of an opened row are on screen (one when the row has no partner).
+    bool playing() const
+    {
+        const bool partner = !player2()->media().isNull();
+        return !engine()->waitingForPlayStart() && player1()->isPlaying() &&
+               !delegate->video1View()->lastFrame().isNull() &&
+               delegate->video1View()->isVisible() &&
+               (!partner ||
+                (player2()->isPlaying() && !delegate->video2View()->lastFrame().isNull() &&
+                 delegate->video2View()->isVisible()));
+    }
+
+    bool playRow(int row)
+    {
+        doubleClickRow(row);
+        return QTest::qWaitFor([this, row] { return engine()->mediaIndex() == row && playing(); },
+                               StartWaitMs);
+    }
+
+    std::unique_ptr<KVRAppDelegate> delegate;
+};
+
+} // namespace kavro::test

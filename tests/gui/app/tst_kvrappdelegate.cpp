@@ -1,0 +1,108 @@
+#include "appfixture.h"
+
+#include "common/preferences.h"
+
+#include <QScreen>
+
+using namespace kavro;
+using kavro::test::Viewer;
+
+class TestKVRAppDelegate : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void initMain() { test::prepareViewerEnvironment(); }
+
+private:
+    test::TinyCard m_card;
+
+    static QStringList storedLanguages()
+    {
+        return openPreferences()->value(PrefLanguages).toStringList();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(m_card.make(&error), qPrintable(error));
+    }
+
+    void startsEmptyInACentredWindowAndStoresEnglish()
+    {
+        openPreferences()->setValue(PrefLanguages, QStringList{"ko", "en"});
+        QTest::ignoreMessage(QtInfoMsg, "SUPPORT_LANGUAGE=ko");
+        QTest::ignoreMessage(QtInfoMsg, "SUPPORT_LANGUAGE=en");
+        Viewer viewer;
+        QCOMPARE(storedLanguages(), QStringList{"en"});
+
+        const QRect usable = viewer.window()->screen()->availableGeometry();
+        const QRect expected(usable.x() + (usable.width() - 1020) / 2,
+                             usable.y() + (usable.height() - 640) / 2, 1020, 640);
+        QTRY_COMPARE(viewer.window()->frameGeometry(), expected);
+        QCOMPARE(viewer.window()->initialFrame(), expected);
+        QCOMPARE(viewer.model()->rowCount(), 0);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
+        QVERIFY(viewer.player1()->media().isNull() && viewer.player2()->media().isNull());
+        QVERIFY(!viewer.delegate->video1View()->isVisible());
+        QVERIFY(!viewer.delegate->video2View()->isVisible());
+        QCOMPARE(viewer.delegate->controls()->volume(), quint64(70));
+        QCOMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_play_n"));
+
+        // The next launch finds English and says so.
+        QTest::ignoreMessage(QtInfoMsg, "SUPPORT_LANGUAGE=en");
+        Viewer second;
+        QCOMPARE(storedLanguages(), QStringList{"en"});
+    }
+
+    void keysDriveThePlayback()
+    {
+        Viewer viewer;
+        QVERIFY(viewer.openFolder(m_card.root));
+        viewer.window()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(viewer.window()));
+        QVERIFY(viewer.playRow(0));
+        QWidget* focus = viewer.ui().mediaListTableView;
+
+        QTest::keyClick(focus, Qt::Key_Space);
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        QTRY_COMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_play_n"));
+        QTest::keyClick(focus, Qt::Key_Space);
+        QTRY_VERIFY(viewer.player1()->isPlaying());
+        QTest::keyClick(focus, Qt::Key_BracketRight);
+        QCOMPARE(viewer.delegate->playInfo()->speed(), 2.0);
+        QTest::keyClick(focus, Qt::Key_BracketLeft);
+        QCOMPARE(viewer.delegate->playInfo()->speed(), 1.0);
+        QTest::keyClick(focus, Qt::Key_Up, Qt::ControlModifier);
+        QCOMPARE(viewer.delegate->controls()->volume(), quint64(80));
+        QTest::keyClick(focus, Qt::Key_F);
+        QVERIFY(viewer.window()->isFullScreen());
+        QTest::keyClick(focus, Qt::Key_F);
+        QVERIFY(!viewer.window()->isFullScreen());
+        // Ten seconds on from a short recording is its end.
+        QTest::keyClick(focus, Qt::Key_Right);
+        QTRY_VERIFY(viewer.player1()->position() >= 0.998f);
+        // Return on the list plays the selected row.
+        viewer.ui().mediaListTableView->selectOnlyRow(2);
+        QTest::keyClick(focus, Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.engine()->mediaIndex() == 2 && viewer.playing(),
+                                 test::StartWaitMs);
+    }
+
+    void closingTheWindowStopsBothPlayers()
+    {
+        Viewer viewer;
+        QVERIFY(viewer.openFolder(m_card.root));
+        QVERIFY(viewer.playRow(0));
+        QVERIFY(viewer.window()->close());
+        QVERIFY(viewer.player1()->media().isNull());
+        QVERIFY(viewer.player2()->media().isNull());
+        QVERIFY(!viewer.player1()->isPlaying() && !viewer.player2()->isPlaying());
+        QTest::qWait(300);
+        QCOMPARE(viewer.player1()->state(), VLCMediaPlayerStateStopped);
+    }
+};
+
+QTEST_MAIN(TestKVRAppDelegate)
+#include "tst_kvrappdelegate.moc"

@@ -1,0 +1,171 @@
+#include "appfixture.h"
+
+#include <QDropEvent>
+#include <QIcon>
+#include <QMimeData>
+
+using namespace kavro;
+using kavro::test::Viewer;
+
+namespace {
+
+// Empty files are enough: the list reads names only.
+bool touch(const QString& path)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return test::writeFile(path, QByteArray());
+}
+
+} // namespace
+
+class TestKVRMediaListTableModel : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+
+    QString makeFolder(const QString& name, const QStringList& files)
+    {
+        const QString folder = m_dir.filePath(name);
+        for (const QString& file : files)
+            touch(QDir(folder).filePath(file));
+        return folder;
+    }
+
+public:
+    static void initMain() { test::prepareViewerEnvironment(); }
+
+private slots:
+    void showsOneRowPerRecordingWithItsCells()
+    {
+        const QString folder = makeFolder(
+            "card", {"DCIM/A/alwa_20240131_120000_F.avi", "DCIM/A/alwa_20240131_120000_R.avi",
+                     "DCIM/E/event_20240131_120000_F.avi", "DCIM/M/motion_20240201_080910_R.AVI",
+                     "ALWA_20240131_120000_F.avi", "clip.avi", "alwa_20240131_120000_X.avi",
+                     "alwa_20241331_120000_F.avi", "notes.txt"});
+        Viewer viewer;
+        QVERIFY(viewer.openFolder(folder));
+        KVRMediaListTableModel* model = viewer.model();
+        QCOMPARE(model->rowCount(), 5);
+        QCOMPARE(viewer.ui().mediaListTableView->model(), model);
+
+        struct Row
+        {
+            const char* file;
+            const char* modeKey;
+            const char* image;
+            const char* date;
+            const char* time;
+        };
+        // Undated first, then by time; at one time event before always, front before rear.
+        const Row expected[] = {
+            {"ALWA_20240131_120000_F.avi", "media.always", "car_front_alwa", "", ""},
+            {"event_20240131_120000_F.avi", "media.event", "car_front_event", "2024-01-31",
+             "12:00:00"},
+            {"alwa_20240131_120000_F.avi", "media.always", "car_front_alwa", "2024-01-31",
+             "12:00:00"},
+            {"alwa_20240131_120000_R.avi", "media.always", "car_rear_alwa", "2024-01-31",
+             "12:00:00"},
+            {"motion_20240201_080910_R.AVI", "media.motion", "car_rear_motion", "2024-02-01",
+             "08:09:10"},
+        };
+        for (int row = 0; row < 5; ++row) {
+            const Row& want = expected[row];
+            QCOMPARE(viewer.cell(row, KVRMediaListTableModel::FileColumn), QString(want.file));
+            QCOMPARE(viewer.cell(row, KVRMediaListTableModel::SaveModeColumn),
+                     qtTrId(want.modeKey));
+            QCOMPARE(viewer.cell(row, KVRMediaListTableModel::DateColumn), QString(want.date));
+            QCOMPARE(viewer.cell(row, KVRMediaListTableModel::TimeColumn), QString(want.time));
+            const KVRMediaPtr media = model->mediaAtIndex(row);
+            QCOMPARE(KVRMediaListTableModel::modeImageName(*media), QString(want.image));
+            const QVariant icon =
+                model->index(row, KVRMediaListTableModel::SaveModeColumn).data(Qt::DecorationRole);
+            QVERIFY(!icon.value<QIcon>().isNull());
+            QVERIFY(!model->index(row, KVRMediaListTableModel::DateColumn)
+                         .data(Qt::DecorationRole)
+                         .isValid());
+        }
+
+        const QStringList keys{"filelist.mode", "filelist.date", "filelist.time", "filelist.file"};
+        for (int column = 0; column < 4; ++column) {
+            QCOMPARE(model->headerData(column, Qt::Horizontal).toString(),
+                     qtTrId(qPrintable(keys[column])));
+            const auto alignment = model->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole)
+                                       .value<Qt::Alignment>();
+            QCOMPARE(bool(alignment & Qt::AlignLeft), column == KVRMediaListTableModel::FileColumn);
+        }
+        QCOMPARE(viewer.delegate->columnNames().size(), 4);
+        QVERIFY(!model->index(5, 0).data().isValid());
+        QVERIFY(!model->mediaAtIndex(-1));
+        QVERIFY(!model->mediaAtIndex(5));
+        // The pair of a rear row is found from its name alone.
+        const auto pair = model->findMediaPairWithFileName("alwa_20240131_120000_R");
+        QVERIFY(pair && pair->frontMedia() && pair->rearMedia());
+    }
+
+    void anotherFolderReplacesTheRows()
+    {
+        const QString first = makeFolder("first", {"alwa_20240131_120000_F.avi"});
+        const QString empty = makeFolder("empty", {"readme.txt"});
+        Viewer viewer;
+        QVERIFY(viewer.openFolder(first));
+        QCOMPARE(viewer.model()->rowCount(), 1);
+        viewer.ui().mediaListTableView->selectOnlyRow(0);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), 0);
+
+        QVERIFY(viewer.openFolder(empty));
+        QCOMPARE(viewer.model()->rowCount(), 0);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), -1);
+        // Nothing to play: a double-click on the empty list opens nothing.
+        QTest::mouseDClick(viewer.ui().mediaListTableView->viewport(), Qt::LeftButton);
+        viewer.delegate->changeAndPlay();
+        QCOMPARE(viewer.engine()->mediaIndex(), -1);
+        QVERIFY(!viewer.engine()->waitingForPlayStart());
+    }
+
+    void dropUrlsToFolder_data()
+    {
+        QTest::addColumn<QList<QUrl>>("urls");
+        QTest::addColumn<QString>("folder");
+        const QString card = makeFolder("dropped", {"DCIM/alwa_20240131_120000_F.avi"});
+        const QString file = QDir(card).filePath("DCIM/alwa_20240131_120000_F.avi");
+        QTest::newRow("folder") << QList<QUrl>{QUrl::fromLocalFile(card)} << card;
+        QTest::newRow("file: its folder")
+            << QList<QUrl>{QUrl::fromLocalFile(file)} << QFileInfo(file).absolutePath();
+        QTest::newRow("web address first")
+            << QList<QUrl>{QUrl("https://example.com/x"), QUrl::fromLocalFile(card)} << card;
+        QTest::newRow("missing path")
+            << QList<QUrl>{QUrl::fromLocalFile(m_dir.filePath("gone"))} << QString();
+        QTest::newRow("nothing") << QList<QUrl>{} << QString();
+    }
+
+    void dropUrlsToFolder()
+    {
+        QFETCH(QList<QUrl>, urls);
+        QFETCH(QString, folder);
+        QCOMPARE(KVRMediaListTableView::directoryForUrls(urls), folder);
+    }
+
+    void droppingAFolderOnTheListOpensIt()
+    {
+        const QString card = makeFolder(
+            "drop-card", {"x/alwa_20240131_120000_F.avi", "x/alwa_20240131_120000_R.avi"});
+        Viewer viewer;
+        QWidget* target = viewer.ui().mediaListTableView->viewport();
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(card)});
+        const QPointF at(target->width() / 2.0, target->height() / 2.0);
+        QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(target, &enter);
+        QVERIFY(enter.isAccepted());
+        QSignalSpy reloaded(viewer.delegate.get(), &KVRAppDelegate::mediaListReloaded);
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(target, &drop);
+        QVERIFY(reloaded.wait(test::StartWaitMs));
+        QCOMPARE(viewer.model()->rowCount(), 2);
+    }
+};
+
+QTEST_MAIN(TestKVRMediaListTableModel)
+#include "tst_kvrmedialisttablemodel.moc"

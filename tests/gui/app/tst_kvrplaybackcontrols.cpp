@@ -1,0 +1,148 @@
+#include "appfixture.h"
+
+using namespace kavro;
+using kavro::test::Viewer;
+
+class TestKVRPlaybackControls : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void initMain() { test::prepareViewerEnvironment(); }
+
+private:
+    test::TinyCard m_card;
+    std::unique_ptr<Viewer> m_viewer;
+    QString m_longestName;
+    int m_longestRow = -1;
+
+    KVRPlaybackControls* controls() const { return m_viewer->delegate->controls(); }
+    KVRPlayInfo* playInfo() const { return m_viewer->delegate->playInfo(); }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(m_card.make(&error), qPrintable(error));
+        const camsim::RecordingPlan* longest = m_card.longestPair();
+        QVERIFY(longest);
+        m_longestName = QFileInfo(m_card.path(*longest, false)).fileName();
+    }
+
+    // Each test starts on a fresh window playing the longest pair from its start.
+    void init()
+    {
+        m_viewer = std::make_unique<Viewer>();
+        QVERIFY(m_viewer->openFolder(m_card.root));
+        m_longestRow = m_viewer->rowOf(m_longestName);
+        QVERIFY(m_longestRow >= 0);
+        QTRY_COMPARE(m_viewer->window()->frameGeometry().size(), KVRWindowLayout::minWindowSize());
+        QVERIFY(m_viewer->playRow(m_longestRow));
+    }
+
+    void cleanup() { m_viewer.reset(); }
+
+    void speedStaysBetweenOneAndTwo()
+    {
+        Viewer& viewer = *m_viewer;
+        QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
+        controls()->decreaseSpeed();
+        QCOMPARE(playInfo()->speed(), 1.0);
+        controls()->increaseSpeed();
+        controls()->increaseSpeed();
+        QCOMPARE(playInfo()->speed(), 2.0);
+        QCOMPARE(viewer.ui().speedTextButton->text(), QString("2.0x"));
+        QCOMPARE(viewer.player1()->rate(), 2.0f);
+        QCOMPARE(viewer.player2()->rate(), 2.0f);
+        controls()->decreaseSpeed();
+        QCOMPARE(viewer.player2()->rate(), 1.0f);
+        QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
+    }
+
+    void volumeStaysBetweenZeroAndTwoHundred()
+    {
+        Viewer& viewer = *m_viewer;
+        QCOMPARE(controls()->volume(), quint64(70));
+        controls()->volumeSliderMoved(195);
+        controls()->volumeUp();
+        QCOMPARE(controls()->volume(), quint64(200));
+        controls()->volumeUp();
+        QCOMPARE(controls()->volume(), quint64(200));
+        QCOMPARE(viewer.ui().volumeSlider->value(), 200);
+        controls()->volumeSliderMoved(5);
+        controls()->volumeDown();
+        QCOMPARE(controls()->volume(), quint64(0));
+        QCOMPARE(viewer.ui().volumeSlider->value(), 0);
+        // The slider itself, as the person drags it.
+        viewer.ui().volumeSlider->setValue(120);
+        QCOMPARE(controls()->volume(), quint64(120));
+        QCOMPARE(viewer.player1()->audio()->volume(), 120);
+    }
+
+    void jumpsStopAtTheStartAndTheEnd()
+    {
+        Viewer& viewer = *m_viewer;
+        // Shorter than ten seconds: back goes to the start, forward to the end.
+        QTest::qWait(1000);
+        controls()->jumpBackward();
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() < 600, 3000);
+        controls()->jumpForward();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            viewer.player1()->position() >= 0.998f && viewer.player2()->position() >= 0.998f, 5000);
+    }
+
+    void playButtonPausesResumesAndReplaysAtTheEnd()
+    {
+        Viewer& viewer = *m_viewer;
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        QTRY_COMPARE(viewer.player2()->state(), VLCMediaPlayerStatePaused);
+        QTRY_COMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_play_n"));
+        viewer.ui().playButton->click();
+        QTRY_VERIFY(viewer.player1()->isPlaying() && viewer.player2()->isPlaying());
+        QTRY_COMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_pause_n"));
+
+        // Sent to the end with the slider, then played again from the start.
+        controls()->videoPositionSliderMoved(1.0);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->position() >= 0.998f &&
+                                     !viewer.delegate->playInfo()->isPlaying(),
+                                 5000);
+        viewer.ui().playButton->click();
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
+        QVERIFY(viewer.player1()->position() < 0.5f);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
+    }
+
+    void sizeStepsGrowToFullScreenAndShrinkToTheMinimum()
+    {
+        Viewer& viewer = *m_viewer;
+        CustomWindow* window = viewer.window();
+        const QRect start = window->frameGeometry();
+        QCOMPARE(start.size(), KVRWindowLayout::minWindowSize());
+        controls()->sizeDown();
+        QCOMPARE(window->frameGeometry(), start);
+
+        // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height).
+        controls()->sizeUp();
+        QCOMPARE(window->frameGeometry().size(), QSize(1224, 768));
+        controls()->sizeUp();
+        QCOMPARE(window->frameGeometry().size(), QSize(1428, 896));
+        QVERIFY(!window->isFullScreen());
+        controls()->sizeUp();
+        QVERIFY(window->isFullScreen());
+        QCOMPARE(window->frameGeometry().size(), QSize(1600, 1000));
+        controls()->sizeUp();
+        QVERIFY(window->isFullScreen());
+
+        // Smaller leaves full screen for the start-up frame, then shrinks no further.
+        controls()->sizeDown();
+        QVERIFY(!window->isFullScreen());
+        QCOMPARE(window->frameGeometry(), start);
+        controls()->sizeDown();
+        QCOMPARE(window->frameGeometry(), start);
+        QTRY_VERIFY(viewer.ui().sizeTextButton->text() != QString("0.00x"));
+    }
+};
+
+QTEST_MAIN(TestKVRPlaybackControls)
+#include "tst_kvrplaybackcontrols.moc"

@@ -1,0 +1,289 @@
+#include "appfixture.h"
+
+#include <algorithm>
+
+using namespace kavro;
+using kavro::test::Viewer;
+
+namespace {
+
+using camsim::RecordingPlan;
+
+// The largest difference between the frame numbers both pictures show, over a few looks.
+std::optional<int> pictureDrift(const Viewer& viewer)
+{
+    std::vector<int> drifts;
+    for (int look = 0; look < 5; ++look) {
+        const auto large = test::frameNumber(viewer.delegate->video1View()->lastFrame());
+        const auto small = test::frameNumber(viewer.delegate->video2View()->lastFrame());
+        if (large && small)
+            drifts.push_back(std::abs(*large - *small));
+        QTest::qWait(120);
+    }
+    if (drifts.empty())
+        return std::nullopt;
+    std::sort(drifts.begin(), drifts.end());
+    return drifts[drifts.size() / 2];
+}
+
+// A person's click at a fraction of the slider's length.
+void clickSlider(KVRPositionSlider* slider, double fraction)
+{
+    QTest::mouseClick(slider, Qt::LeftButton, {},
+                      QPoint(int(fraction * slider->width()), slider->height() / 2));
+}
+
+} // namespace
+
+class TestKVRPlaybackEngine : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void initMain() { test::prepareViewerEnvironment(); }
+
+private:
+    test::TinyCard m_card;
+    std::unique_ptr<Viewer> m_viewer;
+
+    // The first recording of the card that passes the test.
+    template <typename Test> const RecordingPlan* recording(Test test) const
+    {
+        for (const RecordingPlan& plan : m_card.plan->recordings()) {
+            if (test(plan))
+                return &plan;
+        }
+        return nullptr;
+    }
+
+    int rowOf(const RecordingPlan& plan, bool rear) const
+    {
+        return m_viewer->rowOf(QFileInfo(m_card.path(plan, rear)).fileName());
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(m_card.make(&error), qPrintable(error));
+    }
+
+    void init()
+    {
+        m_viewer = std::make_unique<Viewer>();
+        QVERIFY(m_viewer->openFolder(m_card.root));
+        QVERIFY(m_viewer->model()->rowCount() > 4);
+    }
+
+    void cleanup() { m_viewer.reset(); }
+
+    void playsTheRowLargeAndItsPartnerSmall_data()
+    {
+        QTest::addColumn<bool>("rearRow");
+        QTest::newRow("front row") << false;
+        QTest::newRow("rear row") << true;
+    }
+
+    void playsTheRowLargeAndItsPartnerSmall()
+    {
+        QFETCH(bool, rearRow);
+        const RecordingPlan* pair = recording([](const RecordingPlan& r) { return r.hasRear; });
+        QVERIFY(pair);
+        const int row = rowOf(*pair, rearRow);
+        QVERIFY(row >= 0);
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.playRow(row));
+
+        QCOMPARE(viewer.player1()->media().path(), m_card.path(*pair, rearRow));
+        QCOMPARE(viewer.player2()->media().path(), m_card.path(*pair, !rearRow));
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row);
+        QCOMPARE(viewer.ui().player1BackgroundView->logoImageName(),
+                 rearRow ? "v1_rear_logo" : "v1_front_logo");
+        QCOMPARE(viewer.ui().player2BackgroundView->logoImageName(),
+                 rearRow ? "v2_front_logo" : "v2_rear_logo");
+        // The pictures themselves: the front camera's frames are the larger ones.
+        const QSize front = m_card.plan->options().frontSize;
+        const QSize rear = m_card.plan->options().rearSize;
+        QCOMPARE(viewer.delegate->video1View()->lastFrame().size(), rearRow ? rear : front);
+        QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
+        QVERIFY(viewer.ui().audioToggleButton->isVisible());
+
+        // The telemetry is the front file's, whichever row was chosen.
+        KVRBlackBoxData frontData;
+        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*pair, false)));
+        QVERIFY(!frontData.GSensors().empty());
+        QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
+        QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);
+        QCOMPARE(viewer.ui().gsensorXField->text(), QString("X=+0.00"));
+        QVERIFY(viewer.ui().speedField->text().isEmpty());
+        QVERIFY(viewer.engine()->isPlayNextTimerActive());
+        QVERIFY(viewer.delegate->playInfo()->isPlaying());
+    }
+
+    void theEndOfAPairOpensTheRowAfterThePartner()
+    {
+        const RecordingPlan* pair = recording([](const RecordingPlan& r) { return r.hasRear; });
+        const int row = rowOf(*pair, false);
+        QVERIFY(row + 2 < m_viewer->model()->rowCount());
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.playRow(row));
+        clickSlider(viewer.ui().videoPositionSlider, 0.9);
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(row + 2),
+                                  test::StartWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row + 2);
+    }
+
+    void aLoneFrontRowPlaysAloneAndMovesOnByOne()
+    {
+        const RecordingPlan* lone = recording([](const RecordingPlan& r) { return !r.hasRear; });
+        QVERIFY(lone);
+        const int row = rowOf(*lone, false);
+        QVERIFY(row >= 0 && row + 1 < m_viewer->model()->rowCount());
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.playRow(row));
+        QVERIFY(viewer.player2()->media().isNull());
+        QVERIFY(!viewer.delegate->video2View()->isVisible());
+        QVERIFY(!viewer.ui().audioToggleButton->isVisible());
+        QVERIFY(!viewer.engine()->hasRearMedia());
+
+        clickSlider(viewer.ui().videoPositionSlider, 0.9);
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(row + 1),
+                                  test::StartWaitMs);
+    }
+
+    void theLastRowRestsAtItsEnd()
+    {
+        Viewer& viewer = *m_viewer;
+        const int last = viewer.model()->rowCount() - 1;
+        QVERIFY(viewer.playRow(last));
+        clickSlider(viewer.ui().videoPositionSlider, 0.9);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->state() == VLCMediaPlayerStatePaused &&
+                                     viewer.player1()->position() >= 0.998f,
+                                 test::StartWaitMs);
+        // The end rule looks once a second and then waits one more.
+        QTest::qWait(3000);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(last));
+        QVERIFY(!viewer.engine()->isPlayNextTimerActive());
+        QVERIFY(!viewer.delegate->playInfo()->isPlaying());
+        QCOMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_play_n"));
+        QCOMPARE(viewer.ui().videoPositionSlider->fraction(), 1.0);
+        // The last picture stays on screen.
+        QVERIFY(viewer.delegate->video1View()->isVisible());
+    }
+
+    void swapExchangesThePictures()
+    {
+        // The longest pair leaves time for the swap and a look at both pictures after it.
+        const RecordingPlan* pair = m_card.longestPair();
+        QVERIFY(pair && pair->duration >= 4);
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.playRow(rowOf(*pair, false)));
+        QTest::qWait(300);
+        const auto before = pictureDrift(viewer);
+        QVERIFY(before);
+
+        viewer.engine()->swapPlayer();
+        QVERIFY(viewer.engine()->swapping());
+        QCOMPARE(viewer.player1()->media().path(), m_card.path(*pair, true));
+        viewer.engine()->swapPlayer(); // ignored while the first swap runs
+        QCOMPARE(viewer.player1()->media().path(), m_card.path(*pair, true));
+        QCOMPARE(viewer.ui().player1BackgroundView->logoImageName(), QString("v1_rear_logo"));
+        QCOMPARE(viewer.ui().player2BackgroundView->logoImageName(), QString("v2_front_logo"));
+
+        QTRY_VERIFY_WITH_TIMEOUT(!viewer.engine()->swapping(), 5000);
+        QCOMPARE(viewer.delegate->video1View()->lastFrame().size(),
+                 m_card.plan->options().rearSize);
+        QCOMPARE(viewer.delegate->video2View()->lastFrame().size(),
+                 m_card.plan->options().frontSize);
+        QCOMPARE(viewer.delegate->video1View()->geometry(), viewer.ui().videoContainerView->rect());
+        // Both show the same moment again, taken up where the swap started.
+        const auto after = pictureDrift(viewer);
+        QVERIFY(after);
+        QVERIFY2(*after <= 2, qPrintable(QString("frames apart: %1").arg(*after)));
+        const auto frame = test::frameNumber(viewer.delegate->video1View()->lastFrame());
+        QVERIFY(frame && *frame > 30);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(rowOf(*pair, false)));
+    }
+
+    void theAudioFollowsTheAutomaticChoice_data()
+    {
+        QTest::addColumn<bool>("frontAudio");
+        QTest::addColumn<bool>("rearAudio");
+        QTest::addColumn<int>("direction");
+        QTest::newRow("front has sound") << true << false << int(KVRPlayInfo::AudioFront);
+        QTest::newRow("only rear has sound") << false << true << int(KVRPlayInfo::AudioRear);
+        QTest::newRow("silent pair") << false << false << int(KVRPlayInfo::AudioNone);
+    }
+
+    void theAudioFollowsTheAutomaticChoice()
+    {
+        QFETCH(bool, frontAudio);
+        QFETCH(bool, rearAudio);
+        QFETCH(int, direction);
+        const RecordingPlan* pair = recording([&](const RecordingPlan& r) {
+            return r.hasRear && r.frontAudio == frontAudio && r.rearAudio == rearAudio;
+        });
+        if (!pair)
+            QSKIP("the simulator's card has no such pair");
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.playRow(rowOf(*pair, false)));
+        KVRPlayInfo* playInfo = viewer.delegate->playInfo();
+        QTRY_COMPARE(playInfo->audioMediaDirection(), direction);
+        TKImageButton* toggle = viewer.ui().audioToggleButton;
+        QCOMPARE(toggle->isVisible(), direction != KVRPlayInfo::AudioNone);
+        QCOMPARE(toggle->isChecked(), direction == KVRPlayInfo::AudioRear);
+        // player1 holds the front file here.
+        QCOMPARE(viewer.player1()->audio()->isMuted(), direction != KVRPlayInfo::AudioFront);
+        QCOMPARE(viewer.player2()->audio()->isMuted(), direction != KVRPlayInfo::AudioRear);
+        if (direction == KVRPlayInfo::AudioNone)
+            return;
+
+        // The person's choice moves the sound to the other camera.
+        toggle->click();
+        const int other = 1 - direction;
+        QCOMPARE(playInfo->audioMediaDirection(), other);
+        QCOMPARE(viewer.player1()->audio()->isMuted(), other != KVRPlayInfo::AudioFront);
+        QCOMPARE(viewer.player2()->audio()->isMuted(), other != KVRPlayInfo::AudioRear);
+        const auto audible = other == KVRPlayInfo::AudioFront ? viewer.player1() : viewer.player2();
+        QCOMPARE(quint64(audible->audio()->volume()), viewer.delegate->controls()->volume());
+    }
+
+    void aRecordingThatNeverStartsIsGivenUp()
+    {
+        QTemporaryDir dir;
+        const QString broken = dir.filePath("alwa_20240101_000000_F.avi");
+        // A RIFF header that promises an AVI file, and nothing playable behind it.
+        static constexpr char junk[] = "RIFF\x10\0\0\0AVI junk that is no video";
+        QVERIFY(test::writeFile(broken, QByteArray(junk, sizeof junk - 1)));
+        QVERIFY(QFile::copy(m_card.path(*recording([](auto& r) { return !r.hasRear; }), false),
+                            dir.filePath("alwa_20240102_000000_F.avi")));
+        Viewer& viewer = *m_viewer;
+        viewer.delegate->loading()->setLongestDisplayTime(3.0);
+        QVERIFY(viewer.openFolder(dir.path()));
+        viewer.doubleClickRow(0);
+        QTRY_VERIFY_WITH_TIMEOUT(!viewer.ui().statusField->text().isEmpty(), test::StartWaitMs);
+        QVERIFY(viewer.ui().statusField->text().contains("alwa_20240101_000000_F.avi"));
+        QVERIFY(!viewer.engine()->waitingForPlayStart());
+        QVERIFY(!viewer.ui().progressIndicator->isVisible());
+        // The person can go on with another recording.
+        QVERIFY(viewer.playRow(1));
+        QVERIFY(viewer.ui().statusField->text().isEmpty());
+    }
+
+    void openingAnotherFolderStopsPlayback()
+    {
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.playRow(0));
+        QTemporaryDir empty;
+        QVERIFY(viewer.openFolder(empty.path()));
+        QVERIFY(viewer.player1()->media().isNull());
+        QVERIFY(viewer.player2()->media().isNull());
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
+        QVERIFY(!viewer.engine()->isPlayNextTimerActive());
+        QTRY_VERIFY(!viewer.delegate->video1View()->isVisible());
+    }
+};
+
+QTEST_MAIN(TestKVRPlaybackEngine)
+#include "tst_kvrplaybackengine.moc"
