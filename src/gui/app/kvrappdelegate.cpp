@@ -10,8 +10,10 @@
 #include "kvrplaybackengine.h"
 #include "kvrplayinfo.h"
 #include "kvrpositionslider.h"
+#include "kvrtelemetrydisplay.h"
 #include "kvrvideocontainerview.h"
 #include "kvrwindowlayout.h"
+#include "map/kvrmapview.h"
 #include "player/vlclibrary.h"
 #include "player/vlcmediaplayer.h"
 #include "player/vlcvideoview.h"
@@ -28,6 +30,7 @@
 #include <QMenuBar>
 #include <QSlider>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace kavro {
 
@@ -135,10 +138,33 @@ void KVRAppDelegate::setupInitialValues()
     m_layout->showFrameIfDebugging();
     m_video1View->hide();
     m_video2View->hide();
+    setupTelemetryDisplay();
     m_layout->layoutWindow();
 
     connectControls();
     setupMenus();
+}
+
+// The map pane's page loads during start-up, so that it is ready when the first recording plays.
+void KVRAppDelegate::setupTelemetryDisplay()
+{
+    m_mapWebView = new KVRMapView(m_ui.mapContainerTopView);
+    m_mapWebView->setObjectName(QStringLiteral("mapWebView"));
+    auto* mapLayout = new QVBoxLayout(m_ui.mapContainerTopView);
+    mapLayout->setContentsMargins(QMargins());
+    mapLayout->addWidget(m_mapWebView);
+    m_mapWebView->loadMapPage();
+
+    const KVRTelemetryDisplay::Outputs outputs{
+        m_ui.graphView,     m_mapWebView,    m_ui.gsensorXField, m_ui.gsensorYField,
+        m_ui.gsensorZField, m_ui.speedField, m_ui.hdopField,     m_ui.sateliteField};
+    m_telemetryDisplay = new KVRTelemetryDisplay(outputs, m_playInfo, this);
+    m_telemetryDisplay->setPlayerPositionSource(
+        [player = m_player1.get()] { return double(player->position()); });
+    connect(m_engine, &KVRPlaybackEngine::telemetryWillChange, m_telemetryDisplay,
+            &KVRTelemetryDisplay::detachStore);
+    connect(m_engine, &KVRPlaybackEngine::telemetryReady, m_telemetryDisplay,
+            &KVRTelemetryDisplay::recordingOpened);
 }
 
 void KVRAppDelegate::connectControls()
@@ -369,6 +395,8 @@ void KVRAppDelegate::die()
     m_ui.backgroundBox->removeEventFilter(this);
     m_engine->stopPlay();
     // The parts that drive the players go before the players do.
+    delete m_telemetryDisplay;
+    m_telemetryDisplay = nullptr;
     delete m_controls;
     m_controls = nullptr;
     delete m_engine;

@@ -13,10 +13,12 @@ namespace kavro {
 
 class CustomWindow;
 class KVRLoadingController;
+class KVRMapView;
 class KVRMediaListTableModel;
 class KVRPlayInfo;
 class KVRPlaybackControls;
 class KVRPlaybackEngine;
+class KVRTelemetryDisplay;
 class KVRWindowLayout;
 class VLCMediaPlayer;
 class VLCVideoView;
@@ -59,6 +61,8 @@ public:
     KVRPlaybackControls* controls() const { return m_controls; }
     KVRWindowLayout* layout() const { return m_layout; }
     KVRLoadingController* loading() const { return m_loading; }
+    KVRMapView* mapWebView() const { return m_mapWebView; }
+    KVRTelemetryDisplay* telemetryDisplay() const { return m_telemetryDisplay; }
     VLCMediaPlayer* player1() const { return m_player1.get(); }
     VLCMediaPlayer* player2() const { return m_player2.get(); }
     VLCVideoView* video1View() const { return m_video1View; }
@@ -79,6 +83,7 @@ private:
     void connectControls();
     void setupMenus();
     void storePreferredLanguage();
+    void setupTelemetryDisplay();
 
     std::unique_ptr<CustomWindow> m_window;
     KVRMainWindowUI m_ui;
@@ -93,6 +98,8 @@ private:
     KVRLoadingController* m_loading = nullptr;
     KVRPlaybackEngine* m_engine = nullptr;
     KVRPlaybackControls* m_controls = nullptr;
+    KVRMapView* m_mapWebView = nullptr;
+    KVRTelemetryDisplay* m_telemetryDisplay = nullptr;
     QStringList m_columnNames;
     bool m_died = false;
 };

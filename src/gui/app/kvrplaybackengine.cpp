@@ -309,15 +309,20 @@ void KVRPlaybackEngine::mediaPlayerTimeChanged(VLCMediaPlayer* player)
 
 void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
 {
-    if (!hasMedia(m_players.player1) || !hasMedia(m_players.player2)) {
+    const bool pair = hasMedia(m_players.player1) && hasMedia(m_players.player2);
+    if (!pair)
         m_moving = false;
-        return;
-    }
     const quint64 opening = m_opening;
-    QTimer::singleShot(int(seconds * 1000), this, [this, opening] {
-        m_moving = false;
-        if (opening == m_opening && hasMedia(m_players.player2))
+    QTimer::singleShot(int(seconds * 1000), this, [this, opening, pair] {
+        if (pair)
+            m_moving = false;
+        if (opening != m_opening || !hasMedia(m_players.player1))
+            return;
+        if (pair && hasMedia(m_players.player2))
             m_players.player2->setPosition(m_players.player1->position());
+        // A paused player sends no time events: show the telemetry of where the seek landed.
+        if (!isPlaying(m_players.player1))
+            m_playInfo->setPosition(m_players.player1->position());
     });
 }
 

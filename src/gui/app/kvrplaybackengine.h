@@ -60,6 +60,8 @@ public:
     // Gives up an opening whose start never came: the user may open another.
     void giveUpOpening();
     void swapPlayer();
+    // Ends the move after the given delay: the small player follows the large one, and a paused
+    // window shows where the seek landed.
     void syncVideoPositionDelay(double seconds);
     void chooseAudioAuto();
 
