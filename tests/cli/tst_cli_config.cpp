@@ -17,25 +17,14 @@ using namespace kavro;
 using test::checksumHolds;
 using test::randomRecordBytes;
 using test::runKavro;
+using test::u32At;
 
 namespace {
-
-quint32 wordAt(const QByteArray& bytes, int offset)
-{
-    return qFromLittleEndian<quint32>(bytes.constData() + offset);
-}
 
 constexpr quint32 AcceptedSeed = 21;
 
 // Words a set must change, by offset, with their new values.
 using ChangedWords = QList<QPair<int, quint32>>;
-
-// A failure is exit status 2 and exactly one line on stderr.
-bool failedCleanly(const test::ToolResult& result)
-{
-    return !result.crashed && result.exitCode == 2 && result.err.startsWith("kavro: ") &&
-           result.err.count('\n') == 1 && result.err.endsWith('\n');
-}
 
 } // namespace
 
@@ -44,276 +33,252 @@ class TestCliConfig : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void showJson();
-    void showHostileStrings();
-    void defaultsMatchTheCore();
-    void setAccepted_data();
-    void setAccepted();
-    void refused_data();
-    void refused();
-    void failedWriteKeepsOldFile();
-    void help();
+    void initTestCase()
+    {
+        test::isolatedConfigHome();
+        QVERIFY(m_dir.isValid());
+    }
+
+    void showJson()
+    {
+        QString file = path("show.bin");
+        QCOMPARE(runKavro({"config", "defaults", file}).exitCode, 0);
+        test::ToolResult shown = runKavro({"config", "show", file});
+        QCOMPARE(shown.exitCode, 0);
+        QVERIFY(shown.err.isEmpty());
+
+        // Keys in record order, as the record names them, then the checksum verdict.
+        QStringList keys;
+        static const QRegularExpression Key(QStringLiteral("^\\s*\"(\\w+)\":"),
+                                            QRegularExpression::MultilineOption);
+        for (auto it = Key.globalMatch(QString::fromUtf8(shown.out)); it.hasNext();)
+            keys.append(it.next().captured(1));
+        QStringList expected;
+        for (const FileDataField& field : fileDataFields())
+            expected.append(QString::fromLatin1(field.name.data(), field.name.size()));
+        expected.append("checksum_valid");
+        QCOMPARE(keys, expected);
+
+        QJsonParseError error;
+        QJsonObject json = QJsonDocument::fromJson(shown.out, &error).object();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(json.value("cfg_ver").toInt(), 22310);
+        QCOMPARE(json.value("szPlateNumber").toString(), QString("Kavro"));
+        QCOMPARE(json.value("wifi_ssid").toString(), QString());
+        QCOMPARE(json.value("dummy00").toArray(), (QJsonArray{0, 0, 0, 0}));
+        // The default file has not been through the save preparation.
+        QCOMPARE(json.value("checksum").toInt(), 0);
+        QCOMPARE(json.value("checksum_valid").toBool(true), false);
+
+        QCOMPARE(runKavro({"config", "set", file, "time_gmt=3"}).exitCode, 0);
+        json = QJsonDocument::fromJson(runKavro({"config", "show", file}).out).object();
+        QCOMPARE(json.value("checksum_valid").toBool(false), true);
+        QCOMPARE(json.value("checksum").toInt(), int(u32At(test::readFile(file), 0) >> 16));
+
+        // -o writes the same document to a file.
+        QString out = path("show.json");
+        QCOMPARE(runKavro({"config", "show", file, "-o", out}).out, QByteArray());
+        QCOMPARE(test::readFile(out), runKavro({"config", "show", file}).out);
+
+        QList<QByteArray> lines =
+            runKavro({"config", "show", file, "--format", "text"}).out.split('\n');
+        QCOMPARE(lines.size(), 100); // 99 lines and the final newline
+        QCOMPARE(lines.at(65), QByteArray("szPlateNumber = \"Kavro\""));
+        QCOMPARE(lines.at(96), QByteArray("dummy00 = 0 0 0 0"));
+        QCOMPARE(lines.at(98), QByteArray("checksum_valid = true"));
+    }
+
+    void showHostileStrings()
+    {
+        QByteArray bytes = randomRecordBytes(5);
+        bytes.replace(256, 8,
+                      "\xff\xfe"
+                      "AB\x01\"\\x");                    // invalid UTF-8, control, quote, no zero
+        qToLittleEndian<qint32>(-1, bytes.data() + 168); // time_gmt
+        qToLittleEndian<quint32>(0xFFFFFFFF, bytes.data() + 404);
+        QString file = path("hostile.bin");
+        QVERIFY(test::writeFile(file, bytes));
+        test::ToolResult shown = runKavro({"config", "show", file});
+        QCOMPARE(shown.exitCode, 0);
+        QJsonParseError error;
+        QJsonObject json = QJsonDocument::fromJson(shown.out, &error).object();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QString plate = json.value("szPlateNumber").toString();
+        QVERIFY(plate.contains(QChar::ReplacementCharacter));
+        QVERIFY(plate.endsWith(QString::fromUtf8("AB\x01\"\\x")));
+        QCOMPARE(json.value("time_gmt").toInteger(), -1);
+        QCOMPARE(json.value("external_rear_camera").toInteger(), 4294967295LL);
+        QCOMPARE(json.value("checksum_valid").toBool(), checksumHolds(bytes));
+    }
+
+    void defaultsMatchTheCore()
+    {
+        // The tool shares this process's isolated preferences, so both see the same camera bits.
+        openPreferences()->setValue(PrefExternalRearCamera, 6);
+        openPreferences()->sync();
+        QString file = path("defaults.bin");
+        test::ToolResult written = runKavro({"config", "defaults", file});
+        QCOMPARE(written.exitCode, 0);
+        QVERIFY(written.out.isEmpty() && written.err.isEmpty());
+        _FILEDATA record;
+        makeDefaultFileData(record);
+        QCOMPARE(record.external_rear_camera, 6u);
+        QCOMPARE(test::readFile(file), fileDataBytes(record));
+        openPreferences()->remove(PrefExternalRearCamera);
+    }
+
+    void setAccepted_data()
+    {
+        QTest::addColumn<QStringList>("assignments");
+        // Every byte but these words, the checksum and osd_plate_flag must stay.
+        QTest::addColumn<ChangedWords>("changed");
+        using Words = ChangedWords;
+        QByteArray before = randomRecordBytes(AcceptedSeed);
+        auto text = [](const char* four) { return qFromLittleEndian<quint32>(four); };
+        QTest::newRow("time zone") << QStringList{"time_gmt=33"} << Words{{168, 33}};
+        QTest::newRow("hex mask") << QStringList{"motionBlock_Rear=0XfFf"} << Words{{320, 0xFFF}};
+        QTest::newRow("cut-off voltage")
+            << QStringList{"sd_mem_always_reserved=10000"} << Words{{20, 10000}};
+        QTest::newRow("thresholds") << QStringList{"gsen_x_threshold=0", "parkmode_y_threshold=5",
+                                                   "parkmode_z_threshold=150"}
+                                    << Words{{88, 0}, {108, 5}, {112, 150}};
+        QTest::newRow("camera bits") << QStringList{"external_rear_camera=5"}
+                                     << Words{{404, (u32At(before, 404) & ~7u) | 5}};
+        QTest::newRow("always share")
+            << QStringList{"sd_mem_always_ratio=80"} << Words{{8, 80}, {16, 20}};
+        QTest::newRow("motion share")
+            << QStringList{"sd_mem_motion_ratio=40"} << Words{{8, 60}, {16, 40}};
+        QTest::newRow("agreeing shares")
+            << QStringList{"sd_mem_always_ratio=30", "sd_mem_motion_ratio=70"}
+            << Words{{8, 30}, {16, 70}};
+        QTest::newRow("plate") << QStringList{"szPlateNumber=AB12cd34"}
+                               << Words{{256, text("AB12")}, {260, text("cd34")}};
+        QTest::newRow("no plate") << QStringList{"szPlateNumber="} << Words{{256, 0}, {260, 0}};
+        QTest::newRow("same value twice") << QStringList{"Gamma=1", "Gamma=1"} << Words{{252, 1}};
+    }
+
+    void setAccepted()
+    {
+        QFETCH(QStringList, assignments);
+        QFETCH(ChangedWords, changed);
+        QByteArray before = randomRecordBytes(AcceptedSeed);
+        QString file = path("accepted.bin");
+        QVERIFY(test::writeFile(file, before));
+
+        test::ToolResult result = runKavro(QStringList{"config", "set", file} + assignments);
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.err.isEmpty());
+        QByteArray after = test::readFile(file);
+        QCOMPARE(after.size(), 428);
+        QVERIFY(checksumHolds(after));
+        QCOMPARE(u32At(after, 156), after[256] != 0 ? 1u : 0u); // osd_plate_flag
+
+        QByteArray expected = before;
+        for (const auto& [offset, value] : changed)
+            qToLittleEndian<quint32>(value, expected.data() + offset);
+        expected.replace(2, 2, after.mid(2, 2));
+        expected.replace(156, 4, after.mid(156, 4));
+        QCOMPARE(after.toHex(' '), expected.toHex(' '));
+    }
+
+    void refused_data()
+    {
+        // Each case fails cleanly and leaves every file as it was: record.bin (428 random bytes),
+        // short.bin (427), long.bin (429).
+        QTest::addColumn<QStringList>("arguments");
+        QString file = path("record.bin");
+        auto set = [file](const char* name, QStringList assignments) {
+            QTest::newRow(name) << QStringList{"config", "set", file} + assignments;
+        };
+        set("time zone past the list", {"time_gmt=34"});
+        set("mask too wide", {"motionBlock=0x1000"});
+        set("threshold below 0.05", {"gsen_x_threshold=4"});
+        set("threshold above 1.5", {"parkmode_x_threshold=151"});
+        set("voltage not listed", {"sd_mem_always_reserved=12050"});
+        set("cable loss 0", {"CableVoltCorr=0"});
+        set("camera bit 3", {"external_rear_camera=8"});
+        set("share too small", {"sd_mem_always_ratio=10"});
+        set("other share too small", {"sd_mem_always_ratio=90"});
+        set("share between steps", {"sd_mem_motion_ratio=75"});
+        set("plate with hyphen", {"szPlateNumber=AB-123"});
+        set("plate not ASCII", {"szPlateNumber=\u00c4B1"});
+        set("checksum", {"checksum=0"});
+        set("plate flag", {"osd_plate_flag=1"});
+        set("not edited", {"cfg_ver=1"});
+        set("reserved", {"dummy00=0"});
+        set("unknown field", {"nosuch=1"});
+        set("no value", {"time_gmt"});
+        set("fraction", {"time_gmt=1.5"});
+        set("plus sign", {"time_gmt=+3"});
+        set("overflow", {"time_gmt=99999999999999999999"});
+        set("good then bad", {"time_gmt=3", "vid_brightness=9"});
+        set("disagreeing shares", {"sd_mem_always_ratio=60", "sd_mem_motion_ratio=30"});
+        set("field twice", {"time_gmt=1", "time_gmt=2"});
+        set("nothing to set", {});
+        auto run = [](const char* name, QStringList arguments) {
+            QTest::newRow(name) << arguments;
+        };
+        run("no subcommand", {"config"});
+        run("unknown subcommand", {"config", "get", file});
+        run("show short file", {"config", "show", path("short.bin")});
+        run("show long file", {"config", "show", path("long.bin")});
+        run("show missing", {"config", "show", path("missing.bin")});
+        run("show a folder", {"config", "show", m_dir.path()});
+        run("show bad format", {"config", "show", file, "--format", "xml"});
+        run("set short file", {"config", "set", path("short.bin"), "time_gmt=1"});
+        run("set missing", {"config", "set", path("missing.bin"), "time_gmt=1"});
+        run("defaults nowhere", {"config", "defaults"});
+        run("defaults into missing folder", {"config", "defaults", path("no/such/config.bin")});
+    }
+
+    void refused()
+    {
+        QFETCH(QStringList, arguments);
+        const QStringList names = {"record.bin", "short.bin", "long.bin"};
+        QList<QByteArray> before = {randomRecordBytes(11), randomRecordBytes(12).left(427),
+                                    randomRecordBytes(13) + 'x'};
+        for (int i = 0; i < names.size(); ++i)
+            QVERIFY(test::writeFile(path(names[i]), before[i]));
+        test::ToolResult result = runKavro(arguments);
+        QVERIFY(test::failedCleanly(result, "kavro: config"));
+        for (int i = 0; i < names.size(); ++i)
+            QCOMPARE(test::readFile(path(names[i])), before[i]);
+        QVERIFY(!QFile::exists(path("missing.bin")));
+    }
+
+    void failedWriteKeepsOldFile()
+    {
+        QByteArray before = randomRecordBytes(14);
+        QString file = path("full-card.bin");
+        QVERIFY(test::writeFile(file, before));
+        test::ToolResult result;
+        test::ToolResult defaults;
+        {
+            test::FileSizeLimit fullCard(100);
+            result = runKavro({"config", "set", file, "time_gmt=5"});
+            defaults = runKavro({"config", "defaults", file});
+        }
+        QVERIFY(test::failedCleanly(result, "kavro: config"));
+        QVERIFY(test::failedCleanly(defaults, "kavro: config"));
+        QCOMPARE(test::readFile(file), before);
+    }
+
+    void help()
+    {
+        for (QString subcommand : {"", "show", "defaults", "set"}) {
+            QStringList arguments{"config", subcommand, "--help"};
+            arguments.removeAll(QString());
+            test::ToolResult result = runKavro(arguments);
+            QCOMPARE(result.exitCode, 0);
+            QVERIFY(result.out.startsWith("Usage: kavro config " + subcommand.toUtf8()));
+            QVERIFY(result.err.isEmpty());
+        }
+    }
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     QTemporaryDir m_dir;
 };
-
-void TestCliConfig::initTestCase()
-{
-    test::isolatedConfigHome();
-    QVERIFY(m_dir.isValid());
-}
-
-void TestCliConfig::showJson()
-{
-    QString file = path("show.bin");
-    QCOMPARE(runKavro({"config", "defaults", file}).exitCode, 0);
-    test::ToolResult shown = runKavro({"config", "show", file});
-    QCOMPARE(shown.exitCode, 0);
-    QVERIFY(shown.err.isEmpty());
-
-    // Keys in record order, as the record names them, then the checksum verdict.
-    QStringList keys;
-    static const QRegularExpression Key(QStringLiteral("^\\s*\"(\\w+)\":"),
-                                        QRegularExpression::MultilineOption);
-    for (auto it = Key.globalMatch(QString::fromUtf8(shown.out)); it.hasNext();)
-        keys.append(it.next().captured(1));
-    QStringList expected;
-    for (const FileDataField& field : fileDataFields())
-        expected.append(QString::fromLatin1(field.name.data(), field.name.size()));
-    expected.append("checksum_valid");
-    QCOMPARE(keys, expected);
-    QCOMPARE(keys.at(1), QString("checksum"));
-    QCOMPARE(keys.at(65), QString("szPlateNumber"));
-    QCOMPARE(keys.at(97), QString("debug_mode"));
-
-    QJsonParseError error;
-    QJsonObject json = QJsonDocument::fromJson(shown.out, &error).object();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-    QCOMPARE(json.value("cfg_ver").toInt(), 22310);
-    QCOMPARE(json.value("time_gmt").toInt(), 28);
-    QCOMPARE(json.value("vid_saturation").toInt(), 128);
-    QCOMPARE(json.value("szPlateNumber").toString(), QString("Kavro"));
-    QCOMPARE(json.value("wifi_ssid").toString(), QString());
-    QCOMPARE(json.value("dummy00").toArray(), (QJsonArray{0, 0, 0, 0}));
-    // The default file has not been through the save preparation.
-    QCOMPARE(json.value("checksum").toInt(), 0);
-    QCOMPARE(json.value("checksum_valid").toBool(true), false);
-
-    QCOMPARE(runKavro({"config", "set", file, "time_gmt=3"}).exitCode, 0);
-    json = QJsonDocument::fromJson(runKavro({"config", "show", file}).out).object();
-    QCOMPARE(json.value("checksum_valid").toBool(false), true);
-    QCOMPARE(json.value("checksum").toInt(),
-             int(qFromLittleEndian<quint16>(test::readFile(file).constData() + 2)));
-
-    // -o writes the same document to a file.
-    QString out = path("show.json");
-    test::ToolResult toFile = runKavro({"config", "show", file, "-o", out});
-    QCOMPARE(toFile.exitCode, 0);
-    QVERIFY(toFile.out.isEmpty());
-    QCOMPARE(test::readFile(out), runKavro({"config", "show", file}).out);
-
-    QList<QByteArray> lines =
-        runKavro({"config", "show", file, "--format", "text"}).out.split('\n');
-    QCOMPARE(lines.size(), 100); // 99 lines and the final newline
-    QCOMPARE(lines.first(), QByteArray("cfg_ver = 22310"));
-    QCOMPARE(lines.at(65), QByteArray("szPlateNumber = \"Kavro\""));
-    QCOMPARE(lines.at(96), QByteArray("dummy00 = 0 0 0 0"));
-    QCOMPARE(lines.at(98), QByteArray("checksum_valid = true"));
-}
-
-void TestCliConfig::showHostileStrings()
-{
-    QByteArray bytes = randomRecordBytes(5);
-    bytes.replace(256, 8,
-                  "\xff\xfe"
-                  "AB\x01\"\\x");                    // invalid UTF-8, control, quote, no zero
-    qToLittleEndian<qint32>(-1, bytes.data() + 168); // time_gmt
-    qToLittleEndian<quint32>(0xFFFFFFFF, bytes.data() + 404);
-    QString file = path("hostile.bin");
-    QVERIFY(test::writeFile(file, bytes));
-    test::ToolResult shown = runKavro({"config", "show", file});
-    QCOMPARE(shown.exitCode, 0);
-    QJsonParseError error;
-    QJsonObject json = QJsonDocument::fromJson(shown.out, &error).object();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-    QString plate = json.value("szPlateNumber").toString();
-    QVERIFY(plate.contains(QChar::ReplacementCharacter));
-    QVERIFY(plate.endsWith(QString::fromUtf8("AB\x01\"\\x")));
-    QCOMPARE(json.value("time_gmt").toInteger(), -1);
-    QCOMPARE(json.value("external_rear_camera").toInteger(), 4294967295LL);
-    QCOMPARE(json.value("checksum_valid").toBool(), checksumHolds(bytes));
-}
-
-void TestCliConfig::defaultsMatchTheCore()
-{
-    // The tool shares this process's isolated preferences, so both see the same camera bits.
-    openPreferences()->setValue(PrefExternalRearCamera, 6);
-    openPreferences()->sync();
-    QString file = path("defaults.bin");
-    test::ToolResult written = runKavro({"config", "defaults", file});
-    QCOMPARE(written.exitCode, 0);
-    QVERIFY(written.out.isEmpty() && written.err.isEmpty());
-    _FILEDATA record;
-    makeDefaultFileData(record);
-    QCOMPARE(record.external_rear_camera, 6u);
-    QCOMPARE(test::readFile(file), fileDataBytes(record));
-    openPreferences()->remove(PrefExternalRearCamera);
-}
-
-void TestCliConfig::setAccepted_data()
-{
-    QTest::addColumn<QStringList>("assignments");
-    // Every byte but these words, the checksum and osd_plate_flag must stay.
-    QTest::addColumn<ChangedWords>("changed");
-    using Words = ChangedWords;
-    QByteArray before = randomRecordBytes(AcceptedSeed);
-    auto text = [](const char* four) { return qFromLittleEndian<quint32>(four); };
-    QTest::newRow("time zone") << QStringList{"time_gmt=33"} << Words{{168, 33}};
-    QTest::newRow("hex mask") << QStringList{"motionBlock_Rear=0XfFf"} << Words{{320, 0xFFF}};
-    QTest::newRow("cut-off voltage")
-        << QStringList{"sd_mem_always_reserved=10000"} << Words{{20, 10000}};
-    QTest::newRow("thresholds") << QStringList{"gsen_x_threshold=0", "parkmode_y_threshold=5",
-                                               "parkmode_z_threshold=150"}
-                                << Words{{88, 0}, {108, 5}, {112, 150}};
-    QTest::newRow("Malaysia") << QStringList{"Brightness1=20"} << Words{{244, 20}};
-    QTest::newRow("camera bits") << QStringList{"external_rear_camera=5"}
-                                 << Words{{404, (wordAt(before, 404) & ~7u) | 5}};
-    QTest::newRow("always share") << QStringList{"sd_mem_always_ratio=80"}
-                                  << Words{{8, 80}, {16, 20}};
-    QTest::newRow("motion share") << QStringList{"sd_mem_motion_ratio=40"}
-                                  << Words{{8, 60}, {16, 40}};
-    QTest::newRow("agreeing shares")
-        << QStringList{"sd_mem_always_ratio=30", "sd_mem_motion_ratio=70"}
-        << Words{{8, 30}, {16, 70}};
-    QTest::newRow("plate") << QStringList{"szPlateNumber=AB12cd34"}
-                           << Words{{256, text("AB12")}, {260, text("cd34")}};
-    QTest::newRow("no plate") << QStringList{"szPlateNumber="} << Words{{256, 0}, {260, 0}};
-    QTest::newRow("several pages")
-        << QStringList{"vid_brightness=4", "nodriving_day=7", "lcd_screensaver=2"}
-        << Words{{68, 4}, {176, 7}, {284, 2}};
-    QTest::newRow("same value twice") << QStringList{"Gamma=1", "Gamma=1"} << Words{{252, 1}};
-}
-
-void TestCliConfig::setAccepted()
-{
-    QFETCH(QStringList, assignments);
-    QFETCH(ChangedWords, changed);
-    QByteArray before = randomRecordBytes(AcceptedSeed);
-    QString file = path("accepted.bin");
-    QVERIFY(test::writeFile(file, before));
-
-    test::ToolResult result = runKavro(QStringList{"config", "set", file} + assignments);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY(result.err.isEmpty());
-    QByteArray after = test::readFile(file);
-    QCOMPARE(after.size(), 428);
-    QVERIFY(checksumHolds(after));
-    QCOMPARE(wordAt(after, 156), after[256] != 0 ? 1u : 0u); // osd_plate_flag
-
-    QByteArray expected = before;
-    for (const auto& [offset, value] : changed)
-        qToLittleEndian<quint32>(value, expected.data() + offset);
-    expected.replace(2, 2, after.mid(2, 2));
-    expected.replace(156, 4, after.mid(156, 4));
-    QCOMPARE(after.toHex(' '), expected.toHex(' '));
-}
-
-void TestCliConfig::refused_data()
-{
-    // Each case fails cleanly and leaves every file as it was: record.bin (428 random bytes),
-    // short.bin (427), long.bin (429).
-    QTest::addColumn<QStringList>("arguments");
-    QString file = path("record.bin");
-    auto set = [file](const char* name, QStringList assignments) {
-        QTest::newRow(name) << QStringList{"config", "set", file} + assignments;
-    };
-    set("time zone past the list", {"time_gmt=34"});
-    set("mask too wide", {"motionBlock=0x1000"});
-    set("threshold below 0.05", {"gsen_x_threshold=4"});
-    set("threshold above 1.5", {"parkmode_x_threshold=151"});
-    set("voltage not listed", {"sd_mem_always_reserved=12050"});
-    set("cable loss 0", {"CableVoltCorr=0"});
-    set("brightness level 6", {"vid_brightness=5"});
-    set("camera bit 3", {"external_rear_camera=8"});
-    set("share too small", {"sd_mem_always_ratio=10"});
-    set("other share too small", {"sd_mem_always_ratio=90"});
-    set("share between steps", {"sd_mem_motion_ratio=75"});
-    set("plate with hyphen", {"szPlateNumber=AB-123"});
-    set("plate not ASCII", {"szPlateNumber=\u00c4B1"});
-    set("checksum", {"checksum=0"});
-    set("plate flag", {"osd_plate_flag=1"});
-    set("not edited", {"cfg_ver=1"});
-    set("reserved", {"dummy00=0"});
-    set("unknown field", {"nosuch=1"});
-    set("no value", {"time_gmt"});
-    set("fraction", {"time_gmt=1.5"});
-    set("plus sign", {"time_gmt=+3"});
-    set("overflow", {"time_gmt=99999999999999999999"});
-    set("good then bad", {"time_gmt=3", "vid_brightness=9"});
-    set("disagreeing shares", {"sd_mem_always_ratio=60", "sd_mem_motion_ratio=30"});
-    set("field twice", {"time_gmt=1", "time_gmt=2"});
-    set("nothing to set", {});
-    auto run = [](const char* name, QStringList arguments) { QTest::newRow(name) << arguments; };
-    run("no subcommand", {"config"});
-    run("unknown subcommand", {"config", "get", file});
-    run("show short file", {"config", "show", path("short.bin")});
-    run("show long file", {"config", "show", path("long.bin")});
-    run("show missing", {"config", "show", path("missing.bin")});
-    run("show a folder", {"config", "show", m_dir.path()});
-    run("show bad format", {"config", "show", file, "--format", "xml"});
-    run("set short file", {"config", "set", path("short.bin"), "time_gmt=1"});
-    run("set missing", {"config", "set", path("missing.bin"), "time_gmt=1"});
-    run("defaults nowhere", {"config", "defaults"});
-    run("defaults into missing folder", {"config", "defaults", path("no/such/config.bin")});
-}
-
-void TestCliConfig::refused()
-{
-    QFETCH(QStringList, arguments);
-    const QStringList names = {"record.bin", "short.bin", "long.bin"};
-    QList<QByteArray> before = {randomRecordBytes(11), randomRecordBytes(12).left(427),
-                                randomRecordBytes(13) + 'x'};
-    for (int i = 0; i < names.size(); ++i)
-        QVERIFY(test::writeFile(path(names[i]), before[i]));
-    test::ToolResult result = runKavro(arguments);
-    QVERIFY2(failedCleanly(result), result.err.constData());
-    QVERIFY(result.out.isEmpty());
-    for (int i = 0; i < names.size(); ++i)
-        QCOMPARE(test::readFile(path(names[i])), before[i]);
-    QVERIFY(!QFile::exists(path("missing.bin")));
-}
-
-void TestCliConfig::failedWriteKeepsOldFile()
-{
-    QByteArray before = randomRecordBytes(14);
-    QString file = path("full-card.bin");
-    QVERIFY(test::writeFile(file, before));
-    test::ToolResult result;
-    test::ToolResult defaults;
-    {
-        test::FileSizeLimit fullCard(100);
-        result = runKavro({"config", "set", file, "time_gmt=5"});
-        defaults = runKavro({"config", "defaults", file});
-    }
-    QVERIFY2(failedCleanly(result), result.err.constData());
-    QVERIFY2(failedCleanly(defaults), defaults.err.constData());
-    QCOMPARE(test::readFile(file), before);
-}
-
-void TestCliConfig::help()
-{
-    for (QString subcommand : {"", "show", "defaults", "set"}) {
-        QStringList arguments{"config", subcommand, "--help"};
-        arguments.removeAll(QString());
-        test::ToolResult result = runKavro(arguments);
-        QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.out.startsWith("Usage: kavro config " + subcommand.toUtf8()));
-        QVERIFY(result.err.isEmpty());
-    }
-}
 
 QTEST_GUILESS_MAIN(TestCliConfig)
 #include "tst_cli_config.moc"

@@ -10,156 +10,126 @@
 
 using namespace kavro::test;
 
-namespace {
-
-void makeFiles(const QString& root, const QStringList& relativePaths)
-{
-    for (const QString& relative : relativePaths) {
-        QString path = QDir(root).filePath(relative);
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        QVERIFY(writeFile(path, QByteArray()));
-    }
-}
-
-} // namespace
-
 class TestCliList : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void unusableInput_data();
-    void unusableInput();
-    void jsonRows();
-    void textRows();
-    void emptyFolder();
-    void outputFile();
-    void help();
+    void initTestCase()
+    {
+        QVERIFY(m_card.isValid());
+        QVERIFY(makeFiles(m_card.path(), {"DCIM/100/alwa_20240131_120000_F.avi",
+                                          "DCIM/100/alwa_20240131_120000_R.avi",
+                                          "DCIM/101/event_20240131_120000_R.avi",
+                                          "DCIM/101/motion_20240131_110000_F.avi",
+                                          "backup/motion_20240131_110000_R.avi",
+                                          "ALWA_20240131_120000_F.avi", "notes.txt", "clip.avi"}));
+    }
+
+    void unusableInput_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+
+        const QString card = m_card.path();
+        QTest::newRow("no folder") << QStringList{"list"};
+        QTest::newRow("two folders") << QStringList{"list", card, card};
+        QTest::newRow("missing folder") << QStringList{"list", card + "/nowhere"};
+        QTest::newRow("a file") << QStringList{"list", card + "/notes.txt"};
+        QTest::newRow("unknown option") << QStringList{"list", card, "--recursive"};
+        QTest::newRow("unknown format") << QStringList{"list", card, "--format", "xml"};
+    }
+
+    void unusableInput()
+    {
+        QFETCH(QStringList, arguments);
+        QVERIFY(failedCleanly(runKavro(arguments), "kavro: list"));
+    }
+
+    void jsonRows()
+    {
+        ToolResult result = runKavro({"list", m_card.path(), "--format", "json"});
+        QCOMPARE(result.exitCode, 0);
+        QJsonParseError error;
+        QJsonArray rows = QJsonDocument::fromJson(result.out, &error).array();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+
+        const QDir card(m_card.path());
+        QStringList order;
+        for (const QJsonValue& value : rows) {
+            QJsonObject row = value.toObject();
+            QCOMPARE(row.keys().size(), 8);
+            QVERIFY(QDir::isAbsolutePath(row["path"].toString()));
+            QCOMPARE(QFileInfo(row["path"].toString()).fileName(), row["file"].toString());
+            order << card.relativeFilePath(row["path"].toString());
+        }
+        QCOMPARE(order,
+                 QStringList({"ALWA_20240131_120000_F.avi", "DCIM/101/motion_20240131_110000_F.avi",
+                              "backup/motion_20240131_110000_R.avi",
+                              "DCIM/101/event_20240131_120000_R.avi",
+                              "DCIM/100/alwa_20240131_120000_F.avi",
+                              "DCIM/100/alwa_20240131_120000_R.avi"}));
+        // Keys are written in contract order.
+        QVERIFY(result.out.contains("{\"path\": \""));
+        QVERIFY(result.out.contains("\"group\": \"ALWA_20240131_120000\", \"partner\": null}"));
+
+        QJsonObject noTime = rows[0].toObject();
+        QCOMPARE(noTime["mode"].toString(), "always");
+        QCOMPARE(noTime["date"].toString() + noTime["time"].toString(), "");
+
+        // The partner may live in another folder.
+        QJsonObject motion = rows[1].toObject();
+        QCOMPARE(
+            QStringList({motion["mode"].toString(), motion["channel"].toString(),
+                         motion["date"].toString(), motion["time"].toString(),
+                         motion["group"].toString()}),
+            QStringList({"motion", "front", "2024-01-31", "11:00:00", "motion_20240131_110000"}));
+        QCOMPARE(rows[2].toObject()["partner"].toString(), motion["path"].toString());
+        QCOMPARE(motion["partner"].toString(), rows[2].toObject()["path"].toString());
+        QVERIFY(rows[3].toObject()["partner"].isNull());
+        QCOMPARE(rows[4].toObject()["partner"].toString(), rows[5].toObject()["path"].toString());
+    }
+
+    void textRows()
+    {
+        ToolResult result = runKavro({"list", m_card.path()});
+        QCOMPARE(result.exitCode, 0);
+        QList<QByteArray> lines = result.out.split('\n');
+        QCOMPARE(lines.takeLast(), QByteArray());
+        QCOMPARE(lines.size(), 6);
+        QCOMPARE(lines[3].simplified(),
+                 "event 2024-01-31 12:00:00 rear event_20240131_120000_R.avi " +
+                     QFile::encodeName(m_card.filePath("DCIM/101/event_20240131_120000_R.avi")));
+        QVERIFY(lines[0].startsWith("always  -           -         front  ALWA_"));
+        // Columns line up: every path starts at the same offset.
+        qsizetype pathColumn = lines[0].indexOf('/');
+        for (const QByteArray& line : lines)
+            QCOMPARE(line.indexOf('/'), pathColumn);
+    }
+
+    void emptyFolder()
+    {
+        QTemporaryDir empty;
+        QVERIFY(makeFiles(empty.path(), {"sub/readme.txt", "sub/clip.avi"}));
+        ToolResult text = runKavro({"list", empty.path()});
+        QCOMPARE(text.exitCode, 0);
+        QCOMPARE(text.out + text.err, QByteArray());
+        QCOMPARE(runKavro({"list", empty.path(), "--format=json"}).out, QByteArray("[]\n"));
+    }
+
+    void outputFileAndHelp()
+    {
+        QTemporaryDir out;
+        const QString target = out.filePath("list.json");
+        ToolResult toFile = runKavro({"list", "-o", target, m_card.path(), "--format", "json"});
+        QCOMPARE(toFile.exitCode, 0);
+        QVERIFY(toFile.out.isEmpty());
+        QCOMPARE(readFile(target), runKavro({"list", m_card.path(), "--format", "json"}).out);
+        QVERIFY(runKavro({"list", "--help"}).out.startsWith("Usage: kavro list DIR"));
+    }
 
 private:
     QTemporaryDir m_card;
 };
-
-void TestCliList::initTestCase()
-{
-    QVERIFY(m_card.isValid());
-    makeFiles(m_card.path(),
-              {"DCIM/100/alwa_20240131_120000_F.avi", "DCIM/100/alwa_20240131_120000_R.avi",
-               "DCIM/101/event_20240131_120000_R.avi", "DCIM/101/motion_20240131_110000_F.avi",
-               "backup/motion_20240131_110000_R.avi", "ALWA_20240131_120000_F.avi", "notes.txt",
-               "clip.avi"});
-}
-
-void TestCliList::unusableInput_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-
-    const QString card = m_card.path();
-    QTest::newRow("no folder") << QStringList{"list"};
-    QTest::newRow("two folders") << QStringList{"list", card, card};
-    QTest::newRow("missing folder") << QStringList{"list", card + "/nowhere"};
-    QTest::newRow("a file") << QStringList{"list", card + "/notes.txt"};
-    QTest::newRow("unknown option") << QStringList{"list", card, "--recursive"};
-    QTest::newRow("unknown format") << QStringList{"list", card, "--format", "xml"};
-}
-
-void TestCliList::unusableInput()
-{
-    QFETCH(QStringList, arguments);
-    ToolResult result = runKavro(arguments);
-    QVERIFY(!result.crashed);
-    QCOMPARE(result.exitCode, 2);
-    QVERIFY(result.out.isEmpty());
-    QVERIFY(result.err.startsWith("kavro: list"));
-    QCOMPARE(result.err.count('\n'), 1);
-}
-
-void TestCliList::jsonRows()
-{
-    ToolResult result = runKavro({"list", m_card.path(), "--format", "json"});
-    QCOMPARE(result.exitCode, 0);
-    QJsonParseError error;
-    QJsonArray rows = QJsonDocument::fromJson(result.out, &error).array();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-
-    const QDir card(m_card.path());
-    QStringList order;
-    for (const QJsonValue& value : rows) {
-        QJsonObject row = value.toObject();
-        QCOMPARE(row.keys().size(), 8);
-        QVERIFY(QDir::isAbsolutePath(row["path"].toString()));
-        QCOMPARE(QFileInfo(row["path"].toString()).fileName(), row["file"].toString());
-        order << card.relativeFilePath(row["path"].toString());
-    }
-    QCOMPARE(order,
-             QStringList(
-                 {"ALWA_20240131_120000_F.avi", "DCIM/101/motion_20240131_110000_F.avi",
-                  "backup/motion_20240131_110000_R.avi", "DCIM/101/event_20240131_120000_R.avi",
-                  "DCIM/100/alwa_20240131_120000_F.avi", "DCIM/100/alwa_20240131_120000_R.avi"}));
-    // Keys are written in contract order.
-    QVERIFY(result.out.contains("{\"path\": \""));
-    QVERIFY(result.out.contains("\"group\": \"ALWA_20240131_120000\", \"partner\": null}"));
-
-    QJsonObject noTime = rows[0].toObject();
-    QCOMPARE(noTime["mode"].toString(), "always");
-    QCOMPARE(noTime["date"].toString() + noTime["time"].toString(), "");
-
-    // The partner may live in another folder.
-    QJsonObject motion = rows[1].toObject();
-    QCOMPARE(QStringList({motion["mode"].toString(), motion["channel"].toString(),
-                          motion["date"].toString(), motion["time"].toString(),
-                          motion["group"].toString()}),
-             QStringList({"motion", "front", "2024-01-31", "11:00:00", "motion_20240131_110000"}));
-    QCOMPARE(rows[2].toObject()["partner"].toString(), motion["path"].toString());
-    QCOMPARE(motion["partner"].toString(), rows[2].toObject()["path"].toString());
-    QVERIFY(rows[3].toObject()["partner"].isNull());
-    QCOMPARE(rows[4].toObject()["partner"].toString(), rows[5].toObject()["path"].toString());
-}
-
-void TestCliList::textRows()
-{
-    ToolResult result = runKavro({"list", m_card.path()});
-    QCOMPARE(result.exitCode, 0);
-    QList<QByteArray> lines = result.out.split('\n');
-    QCOMPARE(lines.takeLast(), QByteArray());
-    QCOMPARE(lines.size(), 6);
-    QCOMPARE(lines[3].simplified(),
-             "event 2024-01-31 12:00:00 rear event_20240131_120000_R.avi " +
-                 QFile::encodeName(m_card.filePath("DCIM/101/event_20240131_120000_R.avi")));
-    QVERIFY(lines[0].startsWith("always  -           -         front  ALWA_"));
-    // Columns line up: every path starts at the same offset.
-    qsizetype pathColumn = lines[0].indexOf('/');
-    for (const QByteArray& line : lines)
-        QCOMPARE(line.indexOf('/'), pathColumn);
-}
-
-void TestCliList::emptyFolder()
-{
-    QTemporaryDir empty;
-    makeFiles(empty.path(), {"sub/readme.txt", "sub/clip.avi"});
-    ToolResult text = runKavro({"list", empty.path()});
-    QCOMPARE(text.exitCode, 0);
-    QCOMPARE(text.out + text.err, QByteArray());
-    QCOMPARE(runKavro({"list", empty.path(), "--format=json"}).out, QByteArray("[]\n"));
-}
-
-void TestCliList::outputFile()
-{
-    QTemporaryDir out;
-    const QString target = out.filePath("list.json");
-    ToolResult toFile = runKavro({"list", "-o", target, m_card.path(), "--format", "json"});
-    QCOMPARE(toFile.exitCode, 0);
-    QVERIFY(toFile.out.isEmpty());
-    QCOMPARE(readFile(target), runKavro({"list", m_card.path(), "--format", "json"}).out);
-}
-
-void TestCliList::help()
-{
-    ToolResult result = runKavro({"list", "--help"});
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY(result.out.startsWith("Usage: kavro list DIR"));
-}
 
 QTEST_GUILESS_MAIN(TestCliList)
 #include "tst_cli_list.moc"

@@ -66,168 +66,156 @@ class TestCliTelemetry : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void json();
-    void csv();
-    void routes();
-    void failures_data();
-    void failures();
-    void helpAndOutputFile();
+    void initTestCase()
+    {
+        // Five samples, a southern-western record at 250 ms and a northern-eastern one at 450 ms.
+        m_recording = m_dir.filePath("rec & <drive>.avi");
+        kavro::KVRAviWriter writer({});
+        QVERIFY(writer.open(m_recording));
+        const QByteArray south = "$GPRMC,010203.450,A,,,,,10.5,270.25,311224,,*00\r\n"
+                                 "$GPGGA,1,3346.1,S,05812.5,W,1,08,0.95,5,M,4,M,,*00\r\n";
+        const QByteArray north = "$GPGGA,2,3733.5,N,12659.4,E,1,09,1.2,5,M,4,M,,*00\r\n";
+        for (int k = 0; k < 5; ++k) {
+            QVERIFY(writer.addVideoFrame(QByteArray(100, 'v')));
+            QVERIFY(writer.addTelemetryRecord(
+                _AVI_GSENSOR_DATA_T{171, std::uint32_t(100 * k + 100), 256 * k, -128, 3, 0}));
+            if (k == 0)
+                QVERIFY(writer.addTelemetryRecord(gps(250, -3346.1, 5812.5, '9', south)));
+            if (k == 2)
+                QVERIFY(writer.addTelemetryRecord(gps(450, 3733.5, 12659.4, '1', north)));
+        }
+        QVERIFY(writer.close());
+    }
+
+    void json()
+    {
+        QJsonParseError error;
+        const QJsonObject root = QJsonDocument::fromJson(run("json"), &error).object();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        const QJsonArray samples = root["gsensor"].toArray();
+        QCOMPARE(samples.size(), 5);
+        QCOMPARE(samples[3].toArray(), (QJsonArray{3.0, -0.5, 0.01171875}));
+
+        // Samples 100 and 200 take the first record, 300 and 400 the second, 500 none.
+        const QJsonArray records = root["gps"].toArray();
+        QCOMPARE(records.size(), 4);
+        QCOMPARE(records[1].toObject(), (QJsonObject{{"timestamp", 250},
+                                                     {"lat", -3346.1},
+                                                     {"lon", 5812.5},
+                                                     {"speed", 57},
+                                                     {"unit", "km/h"}}));
+        QCOMPARE(records[2]["unit"].toString(), QString("mi/h"));
+
+        const QJsonArray fixes = root["nmea"].toArray();
+        QCOMPARE(fixes.size(), 3);
+        const QJsonObject south = fixes[1].toObject();
+        QCOMPARE(south.keys(),
+                 (QStringList{"course", "ew", "hdop", "lat", "lon", "ns", "sats", "speed", "utc"}));
+        QCOMPARE(float(south["lat"].toDouble()), 3346.1f);
+        QCOMPARE(south["ns"].toString() + south["ew"].toString(), QString("SW"));
+        QCOMPARE(float(south["hdop"].toDouble()), 0.95f);
+        QCOMPARE(south["sats"].toInt(), 8);
+        QCOMPARE(float(south["speed"].toDouble()), 10.5f);
+        QCOMPARE(float(south["course"].toDouble()), 270.25f);
+        QCOMPARE(south["utc"].toString(), QString("2024-12-31T01:02:03.450"));
+        QCOMPARE(fixes[2]["ns"].toString(), QString("N"));
+        QCOMPARE(fixes[2]["utc"].toString(), QString("2024-12-31T01:02:03.450")); // carried on
+    }
+
+    void csv()
+    {
+        const QList<QByteArray> lines = run("csv").split('\n');
+        QCOMPARE(lines.size(), 7); // header, five samples, final newline
+        QCOMPARE(lines[0], QByteArray("index,x,y,z,latitude,longitude,speed,unit"));
+        const QList<QByteArray> first = lines[1].split(',');
+        QCOMPARE(first.size(), 8);
+        QCOMPARE(first[2].toFloat(), -0.5f);
+        QVERIFY(closeTo(first[4].toDouble(), SouthLatitude));
+        QVERIFY(closeTo(first[5].toDouble(), WestLongitude));
+        QCOMPARE(first.mid(6), (QList<QByteArray>{"57", "km/h"}));
+        const QList<QByteArray> third = lines[3].split(',');
+        QVERIFY(closeTo(third[4].toDouble(), NorthLatitude));
+        QVERIFY(closeTo(third[5].toDouble(), EastLongitude));
+        QCOMPARE(lines[5], QByteArray("4,4,-0.5,0.01171875,,,,"));
+    }
+
+    void routes()
+    {
+        const QByteArray gpx = run("gpx");
+        QStringList points = xmlValues(gpx, "trkpt");
+        QCOMPARE(points.value(0), QString("http://www.topografix.com/GPX/1/1"));
+        QCOMPARE(points.size(), 3);
+        QVERIFY(closeTo(points[1].section(' ', 0, 0).toDouble(), SouthLatitude));
+        QVERIFY(closeTo(points[2].section(' ', 1, 1).toDouble(), EastLongitude));
+        QVERIFY(!points.join(' ').contains('e')); // xsd:decimal has no exponent
+        QCOMPARE(xmlValues(gpx, "time").mid(1), QStringList(2, "2024-12-31T01:02:03.450Z"));
+        QCOMPARE(xmlValues(gpx, "name").mid(1), QStringList{"rec & <drive>.avi"});
+
+        const QStringList kml = xmlValues(run("kml"), "coordinates");
+        QCOMPARE(kml.value(0), QString("http://www.opengis.net/kml/2.2"));
+        const QStringList tuples = kml.value(1).split(' ');
+        QCOMPARE(tuples.size(), 2);
+        QVERIFY(closeTo(tuples[0].section(',', 0, 0).toDouble(), WestLongitude));
+        QVERIFY(closeTo(tuples[1].section(',', 1, 1).toDouble(), NorthLatitude));
+
+        QJsonParseError error;
+        const QJsonObject geo = QJsonDocument::fromJson(run("geojson"), &error).object();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(geo["type"].toString(), QString("FeatureCollection"));
+        const QJsonObject feature = geo["features"][0].toObject();
+        QCOMPARE(feature["geometry"]["type"].toString(), QString("LineString"));
+        const QJsonArray line = feature["geometry"]["coordinates"].toArray();
+        QCOMPARE(line.size(), 2);
+        QVERIFY(closeTo(line[0][0].toDouble(), WestLongitude)); // longitude first
+        QVERIFY(closeTo(line[1][1].toDouble(), NorthLatitude));
+    }
+
+    void failures_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("missing file") << QStringList{"telemetry", "/nonexistent/x.avi"};
+        QTest::newRow("not AVI") << QStringList{"telemetry",
+                                                QFINDTESTDATA("tst_cli_telemetry.cpp")};
+        QTest::newRow("unknown format") << QStringList{"telemetry", "F", "--format", "xml"};
+        QTest::newRow("unknown option") << QStringList{"telemetry", "F", "--fast"};
+        QTest::newRow("no file") << QStringList{"telemetry"};
+        QTest::newRow("two files") << QStringList{"telemetry", "F", "F"};
+    }
+
+    void failures()
+    {
+        QFETCH(QStringList, arguments);
+        arguments.replaceInStrings(QRegularExpression("^F$"), m_recording);
+        QVERIFY(kavro::test::failedCleanly(runKavro(arguments), "kavro: telemetry"));
+    }
+
+    void helpAndOutputFile()
+    {
+        kavro::test::ToolResult result = runKavro({"telemetry", "--help"});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.out.contains("--format json|csv|gpx|geojson|kml"));
+
+        const QString out = m_dir.filePath("route.kml");
+        QVERIFY(kavro::test::writeFile(out, "old"));
+        result = runKavro({"telemetry", m_recording, "--format=kml", "-o", out});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.out, QByteArray());
+        QCOMPARE(kavro::test::readFile(out), run("kml"));
+    }
 
 private:
-    QByteArray run(const QString& format);
+    QByteArray run(const QString& format)
+    {
+        const kavro::test::ToolResult result =
+            runKavro({"telemetry", m_recording, "--format", format});
+        if (result.exitCode != 0 || !result.err.isEmpty())
+            qWarning() << "exit" << result.exitCode << result.err;
+        return result.exitCode == 0 ? result.out : QByteArray();
+    }
+
     QTemporaryDir m_dir;
     QString m_recording;
 };
-
-void TestCliTelemetry::initTestCase()
-{
-    // Five samples, a southern-western record at 250 ms and a northern-eastern one at 450 ms.
-    m_recording = m_dir.filePath("rec & <drive>.avi");
-    kavro::KVRAviWriter writer({});
-    QVERIFY(writer.open(m_recording));
-    const QByteArray south = "$GPRMC,010203.450,A,,,,,10.5,270.25,311224,,*00\r\n"
-                             "$GPGGA,1,3346.1,S,05812.5,W,1,08,0.95,5,M,4,M,,*00\r\n";
-    const QByteArray north = "$GPGGA,2,3733.5,N,12659.4,E,1,09,1.2,5,M,4,M,,*00\r\n";
-    for (int k = 0; k < 5; ++k) {
-        QVERIFY(writer.addVideoFrame(QByteArray(100, 'v')));
-        QVERIFY(writer.addTelemetryRecord(
-            _AVI_GSENSOR_DATA_T{171, std::uint32_t(100 * k + 100), 256 * k, -128, 3, 0}));
-        if (k == 0)
-            QVERIFY(writer.addTelemetryRecord(gps(250, -3346.1, 5812.5, '9', south)));
-        if (k == 2)
-            QVERIFY(writer.addTelemetryRecord(gps(450, 3733.5, 12659.4, '1', north)));
-    }
-    QVERIFY(writer.close());
-}
-
-QByteArray TestCliTelemetry::run(const QString& format)
-{
-    const kavro::test::ToolResult result = runKavro({"telemetry", m_recording, "--format", format});
-    if (result.exitCode != 0 || !result.err.isEmpty())
-        qWarning() << "exit" << result.exitCode << result.err;
-    return result.exitCode == 0 ? result.out : QByteArray();
-}
-
-void TestCliTelemetry::json()
-{
-    QJsonParseError error;
-    const QJsonObject root = QJsonDocument::fromJson(run("json"), &error).object();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-    const QJsonArray samples = root["gsensor"].toArray();
-    QCOMPARE(samples.size(), 5);
-    QCOMPARE(samples[3].toArray(), (QJsonArray{3.0, -0.5, 0.01171875}));
-
-    // Samples 100 and 200 take the first record, 300 and 400 the second, 500 none.
-    const QJsonArray records = root["gps"].toArray();
-    QCOMPARE(records.size(), 4);
-    QCOMPARE(records[1].toObject(), (QJsonObject{{"timestamp", 250},
-                                                 {"lat", -3346.1},
-                                                 {"lon", 5812.5},
-                                                 {"speed", 57},
-                                                 {"unit", "km/h"}}));
-    QCOMPARE(records[2]["unit"].toString(), QString("mi/h"));
-
-    const QJsonArray fixes = root["nmea"].toArray();
-    QCOMPARE(fixes.size(), 3);
-    const QJsonObject south = fixes[1].toObject();
-    QCOMPARE(south.keys(),
-             (QStringList{"course", "ew", "hdop", "lat", "lon", "ns", "sats", "speed", "utc"}));
-    QCOMPARE(float(south["lat"].toDouble()), 3346.1f);
-    QCOMPARE(south["ns"].toString() + south["ew"].toString(), QString("SW"));
-    QCOMPARE(float(south["hdop"].toDouble()), 0.95f);
-    QCOMPARE(south["sats"].toInt(), 8);
-    QCOMPARE(float(south["speed"].toDouble()), 10.5f);
-    QCOMPARE(float(south["course"].toDouble()), 270.25f);
-    QCOMPARE(south["utc"].toString(), QString("2024-12-31T01:02:03.450"));
-    QCOMPARE(fixes[2]["ns"].toString(), QString("N"));
-    QCOMPARE(fixes[2]["utc"].toString(), QString("2024-12-31T01:02:03.450")); // carried on
-}
-
-void TestCliTelemetry::csv()
-{
-    const QList<QByteArray> lines = run("csv").split('\n');
-    QCOMPARE(lines.size(), 7); // header, five samples, final newline
-    QCOMPARE(lines[0], QByteArray("index,x,y,z,latitude,longitude,speed,unit"));
-    const QList<QByteArray> first = lines[1].split(',');
-    QCOMPARE(first.size(), 8);
-    QCOMPARE(first[2].toFloat(), -0.5f);
-    QVERIFY(closeTo(first[4].toDouble(), SouthLatitude));
-    QVERIFY(closeTo(first[5].toDouble(), WestLongitude));
-    QCOMPARE(first.mid(6), (QList<QByteArray>{"57", "km/h"}));
-    const QList<QByteArray> third = lines[3].split(',');
-    QVERIFY(closeTo(third[4].toDouble(), NorthLatitude));
-    QVERIFY(closeTo(third[5].toDouble(), EastLongitude));
-    QCOMPARE(lines[5], QByteArray("4,4,-0.5,0.01171875,,,,"));
-}
-
-void TestCliTelemetry::routes()
-{
-    const QByteArray gpx = run("gpx");
-    QStringList points = xmlValues(gpx, "trkpt");
-    QCOMPARE(points.value(0), QString("http://www.topografix.com/GPX/1/1"));
-    QCOMPARE(points.size(), 3);
-    QVERIFY(closeTo(points[1].section(' ', 0, 0).toDouble(), SouthLatitude));
-    QVERIFY(closeTo(points[2].section(' ', 1, 1).toDouble(), EastLongitude));
-    QVERIFY(!points.join(' ').contains('e')); // xsd:decimal has no exponent
-    QCOMPARE(xmlValues(gpx, "time").mid(1), QStringList(2, "2024-12-31T01:02:03.450Z"));
-    QCOMPARE(xmlValues(gpx, "name").mid(1), QStringList{"rec & <drive>.avi"});
-
-    const QStringList kml = xmlValues(run("kml"), "coordinates");
-    QCOMPARE(kml.value(0), QString("http://www.opengis.net/kml/2.2"));
-    const QStringList tuples = kml.value(1).split(' ');
-    QCOMPARE(tuples.size(), 2);
-    QVERIFY(closeTo(tuples[0].section(',', 0, 0).toDouble(), WestLongitude));
-    QVERIFY(closeTo(tuples[1].section(',', 1, 1).toDouble(), NorthLatitude));
-
-    QJsonParseError error;
-    const QJsonObject geo = QJsonDocument::fromJson(run("geojson"), &error).object();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-    QCOMPARE(geo["type"].toString(), QString("FeatureCollection"));
-    const QJsonObject feature = geo["features"][0].toObject();
-    QCOMPARE(feature["geometry"]["type"].toString(), QString("LineString"));
-    const QJsonArray line = feature["geometry"]["coordinates"].toArray();
-    QCOMPARE(line.size(), 2);
-    QVERIFY(closeTo(line[0][0].toDouble(), WestLongitude)); // longitude first
-    QVERIFY(closeTo(line[1][1].toDouble(), NorthLatitude));
-}
-
-void TestCliTelemetry::failures_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("missing file") << QStringList{"telemetry", "/nonexistent/x.avi"};
-    QTest::newRow("not AVI") << QStringList{"telemetry", QFINDTESTDATA("tst_cli_telemetry.cpp")};
-    QTest::newRow("unknown format") << QStringList{"telemetry", "F", "--format", "xml"};
-    QTest::newRow("unknown option") << QStringList{"telemetry", "F", "--fast"};
-    QTest::newRow("no file") << QStringList{"telemetry"};
-    QTest::newRow("two files") << QStringList{"telemetry", "F", "F"};
-}
-
-void TestCliTelemetry::failures()
-{
-    QFETCH(QStringList, arguments);
-    arguments.replaceInStrings(QRegularExpression("^F$"), m_recording);
-    const kavro::test::ToolResult result = runKavro(arguments);
-    QVERIFY(!result.crashed);
-    QCOMPARE(result.exitCode, 2);
-    QCOMPARE(result.out, QByteArray());
-    QCOMPARE(result.err.count('\n'), 1);
-    QVERIFY(result.err.startsWith("kavro: telemetry"));
-}
-
-void TestCliTelemetry::helpAndOutputFile()
-{
-    kavro::test::ToolResult result = runKavro({"telemetry", "--help"});
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY(result.out.contains("--format json|csv|gpx|geojson|kml"));
-
-    const QString out = m_dir.filePath("route.kml");
-    QVERIFY(kavro::test::writeFile(out, "old"));
-    result = runKavro({"telemetry", m_recording, "--format=kml", "-o", out});
-    QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.out, QByteArray());
-    QCOMPARE(kavro::test::readFile(out), run("kml"));
-}
 
 QTEST_GUILESS_MAIN(TestCliTelemetry)
 #include "tst_cli_telemetry.moc"

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -21,14 +22,14 @@ QString isolatedConfigHome()
     return home->path();
 }
 
-ToolResult runKavro(const QStringList& arguments, int timeoutMs)
+ToolResult runProgram(const QString& program, const QStringList& arguments, int timeoutMs,
+                      const QProcessEnvironment& environment)
 {
     ToolResult result;
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_CONFIG_HOME", isolatedConfigHome());
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(KAVRO_TOOL_PATH), arguments);
+    if (!environment.isEmpty())
+        process.setProcessEnvironment(environment);
+    process.start(program, arguments);
     process.closeWriteChannel();
     if (!process.waitForFinished(timeoutMs)) {
         process.kill();
@@ -40,6 +41,24 @@ ToolResult runKavro(const QStringList& arguments, int timeoutMs)
     result.out = process.readAllStandardOutput();
     result.err = process.readAllStandardError();
     return result;
+}
+
+ToolResult runKavro(const QStringList& arguments, int timeoutMs)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_CONFIG_HOME", isolatedConfigHome());
+    return runProgram(QStringLiteral(KAVRO_TOOL_PATH), arguments, timeoutMs, environment);
+}
+
+bool failedCleanly(const ToolResult& result, const QByteArray& prefix, int exitCode)
+{
+    const bool clean = !result.crashed && result.exitCode == exitCode && result.out.isEmpty() &&
+                       result.err.startsWith(prefix) && result.err.count('\n') == 1 &&
+                       result.err.endsWith('\n');
+    if (!clean)
+        qWarning("exit %d, stdout %s, stderr %s", result.exitCode, result.out.constData(),
+                 result.err.constData());
+    return clean;
 }
 
 QString nmeaLogPath(const QString& name)
@@ -79,6 +98,16 @@ bool writeFile(const QString& path, const QByteArray& content)
     QFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
            file.write(content) == content.size();
+}
+
+bool makeFiles(const QString& root, const QStringList& relativePaths)
+{
+    for (const QString& relative : relativePaths) {
+        const QString path = QDir(root).filePath(relative);
+        if (!QDir().mkpath(QFileInfo(path).path()) || !writeFile(path, {}))
+            return false;
+    }
+    return true;
 }
 
 } // namespace kavro::test

@@ -4,6 +4,9 @@
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+#include <QtEndian>
+
+#include <cstdint>
 
 namespace kavro::test {
 
@@ -15,10 +18,19 @@ struct ToolResult
     bool crashed = false;
 };
 
+// Runs a program to its end (a program that outlives the timeout is killed and counts as
+// crashed). The default environment is this process's own.
+ToolResult runProgram(const QString& program, const QStringList& arguments, int timeoutMs = 60000,
+                      const QProcessEnvironment& environment = {});
+
 // Runs the built `kavro` tool with the arguments and returns its exit status and output. The
 // tool runs with a preferences folder of its own (see isolatedConfigHome) so that tests never
 // see or change the developer's preferences.
 ToolResult runKavro(const QStringList& arguments, int timeoutMs = 60000);
+
+// How the command-line tools fail: the exit status, nothing on stdout and exactly one line on
+// stderr that starts with the prefix ("kavro: list", say).
+bool failedCleanly(const ToolResult& result, const QByteArray& prefix, int exitCode = 2);
 
 // A folder for the preferences of this test process and the tools it starts; XDG_CONFIG_HOME is
 // pointed at it the first time this is called.
@@ -44,5 +56,18 @@ private:
 
 QByteArray readFile(const QString& path);
 bool writeFile(const QString& path, const QByteArray& content);
+
+// Creates empty files, and the folders they need, below root; false when one cannot be made.
+bool makeFiles(const QString& root, const QStringList& relativePaths);
+
+// Little-endian words inside file images.
+inline std::uint32_t u32At(const QByteArray& bytes, qsizetype offset)
+{
+    return qFromLittleEndian<std::uint32_t>(bytes.constData() + offset);
+}
+inline void setU32(QByteArray& bytes, qsizetype offset, std::uint32_t value)
+{
+    qToLittleEndian(value, bytes.data() + offset);
+}
 
 } // namespace kavro::test

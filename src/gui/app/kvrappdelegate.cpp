@@ -156,8 +156,8 @@ void KVRAppDelegate::setupTelemetryDisplay()
     m_mapWebView->loadMapPage();
 
     const KVRTelemetryDisplay::Outputs outputs{
-        m_ui.graphView,     m_mapWebView,    m_ui.gsensorXField, m_ui.gsensorYField,
-        m_ui.gsensorZField, m_ui.speedField, m_ui.hdopField,     m_ui.sateliteField};
+        m_ui.graphView,  m_mapWebView,   m_ui.gsensorXField, m_ui.gsensorYField, m_ui.gsensorZField,
+        m_ui.speedField, m_ui.hdopField, m_ui.sateliteField, m_ui.positionField};
     m_telemetryDisplay = new KVRTelemetryDisplay(outputs, m_playInfo, this);
     m_telemetryDisplay->setPlayerPositionSource(
         [player = m_player1.get()] { return double(player->position()); });

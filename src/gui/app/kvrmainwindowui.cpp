@@ -367,6 +367,14 @@ void KVRMainWindowUI::setupRightColumn()
     mapContainerTopView->setObjectName(QStringLiteral("mapContainerTopView"));
     mapContainerBottomView = new QWidget(mapContainerView);
     mapContainerBottomView->setObjectName(QStringLiteral("mapContainerBottomView"));
+    positionField = named<QLabel>(mapContainerBottomView, "positionField");
+    positionField->setAlignment(Qt::AlignCenter);
+    positionField->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QPalette dim = positionField->palette();
+    dim.setColor(QPalette::WindowText, DimTextColor);
+    positionField->setPalette(dim);
+    auto* bottomLayout = new QVBoxLayout(mapContainerBottomView);
+    bottomLayout->addWidget(positionField);
     mapContainerView->hide();
 }
 

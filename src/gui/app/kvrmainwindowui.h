@@ -87,6 +87,8 @@ struct KVRMainWindowUI
     QLabel* speedField = nullptr;
     QLabel* hdopField = nullptr;
     QLabel* sateliteField = nullptr;
+    // Under the map: the marker's coordinates, or why there is no marker.
+    QLabel* positionField = nullptr;
 
 private:
     void setupHead();

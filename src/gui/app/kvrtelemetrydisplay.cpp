@@ -50,6 +50,7 @@ void KVRTelemetryDisplay::recordingOpened(const KVRBlackBoxData* store)
     // A drive in the other hemisphere must not carry over from the previous recording.
     m_south = false;
     m_west = false;
+    setText(m_outputs.positionField, QString());
     if (m_outputs.mapWebView && store)
         m_outputs.mapWebView->setRoute(routePoints(*store));
 }
@@ -91,6 +92,15 @@ QString KVRTelemetryDisplay::satelliteText(std::uint32_t count)
     return QString::number(count);
 }
 
+QString KVRTelemetryDisplay::positionText(double latitude, double longitude)
+{
+    return QStringLiteral("%1\u00b0 %2   %3\u00b0 %4")
+        .arg(std::fabs(latitude), 0, 'f', 6)
+        .arg(latitude < 0 ? QLatin1Char('S') : QLatin1Char('N'))
+        .arg(std::fabs(longitude), 0, 'f', 6)
+        .arg(longitude < 0 ? QLatin1Char('W') : QLatin1Char('E'));
+}
+
 void KVRTelemetryDisplay::updateGsensorUIByPlayPositon()
 {
     if (m_outputs.graphView && m_playerPosition)
@@ -113,6 +123,8 @@ void KVRTelemetryDisplay::updateGpsUIByPlayPosition()
     if (records.empty()) {
         if (m_outputs.mapWebView)
             m_outputs.mapWebView->showNoGpsData();
+        //% "This recording has no GPS data"
+        setText(m_outputs.positionField, qtTrId("main.map.no_gps"));
     } else {
         showGpsRecord(indexForPosition(position, records.size()));
     }
@@ -142,8 +154,11 @@ void KVRTelemetryDisplay::showGpsRecord(std::size_t index)
     }
     const double latitude = std::fabs(record.fLatitude) * (m_south ? -1 : 1);
     const double longitude = std::fabs(record.fLongitude) * (m_west ? -1 : 1);
+    const double latitudeDegrees = nmeaToDegrees(latitude);
+    const double longitudeDegrees = nmeaToDegrees(longitude);
     if (m_outputs.mapWebView)
-        m_outputs.mapWebView->showPosition(nmeaToDegrees(latitude), nmeaToDegrees(longitude));
+        m_outputs.mapWebView->showPosition(latitudeDegrees, longitudeDegrees);
+    setText(m_outputs.positionField, positionText(latitudeDegrees, longitudeDegrees));
     setText(m_outputs.speedField, speedText(record));
 }
 

@@ -35,6 +35,7 @@ public:
         QLabel* speedField = nullptr;
         QLabel* hdopField = nullptr;
         QLabel* sateliteField = nullptr;
+        QLabel* positionField = nullptr;
     };
 
     // Follows every set of the play state's position, G-sensor first.
@@ -67,6 +68,8 @@ public:
     // One decimal of the value as read, in single precision.
     static QString hdopText(double hdop);
     static QString satelliteText(std::uint32_t count);
+    // "37.558333° N  126.990000° W": decimal degrees with the hemispheres as letters.
+    static QString positionText(double latitude, double longitude);
 
 private:
     void showGpsRecord(std::size_t index);

@@ -284,7 +284,11 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="main.cannot_play">
-        <source>%1 could not be played.</source>
+        <source>This recording could not be played:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.map.no_gps">
+        <source>This recording has no GPS data</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

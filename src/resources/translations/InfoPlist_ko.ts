@@ -284,8 +284,12 @@
         <translation>알 수 없음</translation>
     </message>
     <message id="main.cannot_play">
-        <source>%1 could not be played.</source>
-        <translation>%1 파일을 재생할 수 없습니다.</translation>
+        <source>This recording could not be played:</source>
+        <translation>이 녹화 파일을 재생할 수 없습니다:</translation>
+    </message>
+    <message id="main.map.no_gps">
+        <source>This recording has no GPS data</source>
+        <translation>이 녹화 파일에는 GPS 데이터가 없습니다</translation>
     </message>
 </context>
 </TS>

@@ -10,171 +10,146 @@ class TestKVRMedia : public QObject
     Q_OBJECT
 
 private slots:
-    void parseName_data();
-    void parseName();
-    void pathParts_data();
-    void pathParts();
-    void timeFieldsAreStoredBeforeTheTest();
-    void compareDate_data();
-    void compareDate();
-    void mediaDirectionForPath_data();
-    void mediaDirectionForPath();
+    void parseName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("division");
+        QTest::addColumn<int>("direction");
+        QTest::addColumn<QString>("stamp");
+        const char* noTime = "00000000000000";
+        const struct
+        {
+            const char *tag, *name;
+            int division, direction;
+            const char* stamp;
+        } rows[] = {
+            {"always front", "alwa_20240131_235959_F.avi", 0, 0, "20240131235959"},
+            {"motion rear", "motion_20240131_120000_R.AVI", 1, 1, "20240131120000"},
+            {"month 13", "event_20241399_120000_F.avi", 2, 2, noTime},
+            {"minute 61", "alwa_20240131_246161_F.avi", 0, 2, noTime},
+            {"upper bounds", "alwa_27000131_240060_R.avi", 0, 1, "27000131240060"},
+            {"separator unchecked", "alwa_20240131-235959_F.avi", 0, 0, "20240131235959"},
+            // Each field is read as the C library reads a leading integer.
+            {"sign and blank", "alwa_2024+1 1_120000_F.avi", 0, 0, "20240101120000"},
+            {"negative month", "alwa_2024-101_120000_F.avi", 0, 2, noTime},
+            {"digit then letter", "alwa_20240103_12000x_R.avi", 0, 1, "20240103120000"},
+            {"non-ASCII digits", "alwa_2024\u0661\u066201_120000_F.avi", 0, 2, noTime},
+            {"unknown prefix", "xxxx_20240131_235959_F.avi", 0, 0, noTime},
+            {"24 characters as always", "alwa_20240131_235959xx_R.avi", 0, 1, "20240131235959"},
+            {"suffix case", "alwa_20240131_235959_f.avi", 0, 2, "20240131235959"},
+            {"20 characters", "alwa_20240131_235959.avi", 0, 0, noTime},
+        };
+        for (const auto& r : rows)
+            QTest::newRow(r.tag) << QString::fromUtf8(r.name) << r.division << r.direction
+                                 << QString(r.stamp);
+    }
+
+    void parseName()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, division);
+        QFETCH(int, direction);
+        QFETCH(QString, stamp);
+        KVRMedia media(QStringLiteral("/card/DCIM/") + name);
+        QCOMPARE(media.mediaDivision(), division);
+        QCOMPARE(media.mediaDirection(), direction);
+        QCOMPARE(media.yyyymmddhhmiss(), stamp);
+        QCOMPARE(media.hasTime(), media.year() != 0);
+    }
+
+    void pathParts_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("dir");
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("group");
+        const struct
+        {
+            const char *tag, *path, *dir, *extension, *fileName, *group;
+        } rows[] = {
+            {"extension as written", "/card/DCIM/alwa_20240131_235959_F.AVI", "/card/DCIM", "AVI",
+             "alwa_20240131_235959_F.AVI", "alwa_20240131_235959"},
+            {"no extension", "/event_20240131_120000_F", "/", "", "event_20240131_120000_F.",
+             "event_20240131_120000"},
+            {"last dot only", "/a.b/clip.tar.avi", "/a.b", "avi", "clip.tar.avi", "clip.t"},
+            {"trailing slash", "/x/motion_20240131_235959_R.avi/", "/x", "avi",
+             "motion_20240131_235959_R.avi", "motion_20240131_235959"},
+            {"relative", "event_20240131_235959_R.avi", nullptr, "avi",
+             "event_20240131_235959_R.avi", "event_20240131_235959"},
+        };
+        for (const auto& r : rows)
+            QTest::newRow(r.tag) << r.path << (r.dir ? r.dir : QDir::currentPath()) << r.extension
+                                 << r.fileName << r.group;
+    }
+
+    void pathParts()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, dir);
+        QFETCH(QString, extension);
+        QFETCH(QString, fileName);
+        QFETCH(QString, group);
+        KVRMedia media(path);
+        QCOMPARE(media.path(), QDir::cleanPath(QDir::current().absoluteFilePath(path)));
+        QCOMPARE(media.dir(), dir);
+        QCOMPARE(media.extension(), extension);
+        QCOMPARE(media.fileName(), fileName);
+        QCOMPARE(media.mediaGroupName(), group);
+    }
+
+    void timeFieldsAreStoredBeforeTheTest()
+    {
+        KVRMedia media;
+        QVERIFY(!media._parseTimeByName(u"alwa_20241399_120000_F", 5));
+        QCOMPARE(media.month(), 13);
+        QCOMPARE(media.hour(), 12);
+        QVERIFY(!media._parseTimeByName(u"alwa_20240131_2359", 5)); // too short: reads nothing
+        QCOMPARE(media.yyyymmddhhmiss(), QStringLiteral("00000000000000"));
+
+        // Out-of-range fields order as their printed text: "-999" after "-001", unlike the numbers.
+        KVRMedia b;
+        QVERIFY(!media._parseTimeByName(u"-9990101_000000", 0));
+        QVERIFY(!b._parseTimeByName(u"-0010101_000000", 0));
+        QCOMPARE(media.compareDate(b), 1);
+        QCOMPARE(b.compareDate(KVRMedia()), -1);
+    }
+
+    void compareDate_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<int>("expected");
+        auto row = [](const char* tag, const char* first, const char* second, int expected) {
+            QTest::newRow(tag) << first << second << expected;
+        };
+        row("year outweighs the rest", "alwa_20231231_235959_R", "alwa_20240101_000000_F", -1);
+        row("no time first", "xxxx_29991231_235959_R", "alwa_19700101_000000_F", -1);
+        row("event before always", "event_20240131_120000_R", "alwa_20240131_120000_F", -1);
+        row("front before rear", "alwa_20240131_120000_F", "alwa_20240131_120000_R", -1);
+        row("same name", "alwa_20240131_120000_F", "alwa_20240131_120000_F", 0);
+    }
+
+    void compareDate()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(int, expected);
+        KVRMedia a(QStringLiteral("/a/%1.avi").arg(first));
+        KVRMedia b(QStringLiteral("/b/%1.AVI").arg(second));
+        QCOMPARE(a.compareDate(b), expected);
+        QCOMPARE(b.compareDate(a), -expected);
+    }
+
+    void mediaDirectionForPath()
+    {
+        QCOMPARE(kavro::mediaDirectionForPath("/card/alwa_20240131_120000_r.AVI"),
+                 KVRMediaDirectionRear);
+        QCOMPARE(kavro::mediaDirectionForPath("_f.Avi"), KVRMediaDirectionFront); // just six
+        QCOMPARE(kavro::mediaDirectionForPath("/card/_F.avi.bak"), KVRMediaDirectionUnknown);
+        QCOMPARE(kavro::mediaDirectionForPath(""), KVRMediaDirectionUnknown);
+    }
 };
-
-void TestKVRMedia::parseName_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("division");
-    QTest::addColumn<int>("direction");
-    QTest::addColumn<QString>("stamp");
-
-    const char* noTime = "00000000000000";
-    QTest::newRow("always front") << "alwa_20240131_235959_F.avi" << 0 << 0 << "20240131235959";
-    QTest::newRow("motion rear") << "motion_20240131_120000_R.AVI" << 1 << 1 << "20240131120000";
-    QTest::newRow("month 13") << "event_20241399_120000_F.avi" << 2 << 2 << noTime;
-    QTest::newRow("minute 61") << "alwa_20240131_246161_F.avi" << 0 << 2 << noTime;
-    QTest::newRow("upper bounds") << "alwa_27000131_240060_R.avi" << 0 << 1 << "27000131240060";
-    QTest::newRow("separator unchecked")
-        << "alwa_20240131-235959_F.avi" << 0 << 0 << "20240131235959";
-    // Each field is read as the C library reads a leading integer.
-    QTest::newRow("sign and blank") << "alwa_2024+1 1_120000_F.avi" << 0 << 0 << "20240101120000";
-    QTest::newRow("negative month") << "alwa_2024-101_120000_F.avi" << 0 << 2 << noTime;
-    QTest::newRow("digit then letter")
-        << "alwa_20240103_12000x_R.avi" << 0 << 1 << "20240103120000";
-    QTest::newRow("non-ASCII digits") << "alwa_2024\u0661\u066201_120000_F.avi" << 0 << 2 << noTime;
-    QTest::newRow("unknown prefix") << "xxxx_20240131_235959_F.avi" << 0 << 0 << noTime;
-    QTest::newRow("24 characters as always")
-        << "alwa_20240131_235959xx_R.avi" << 0 << 1 << "20240131235959";
-    QTest::newRow("suffix case") << "alwa_20240131_235959_f.avi" << 0 << 2 << "20240131235959";
-    QTest::newRow("20 characters") << "alwa_20240131_235959.avi" << 0 << 0 << noTime;
-}
-
-void TestKVRMedia::parseName()
-{
-    QFETCH(QString, name);
-    QFETCH(int, division);
-    QFETCH(int, direction);
-    QFETCH(QString, stamp);
-
-    KVRMedia media(QStringLiteral("/card/DCIM/") + name);
-    QCOMPARE(media.mediaDivision(), division);
-    QCOMPARE(media.mediaDirection(), direction);
-    QCOMPARE(media.yyyymmddhhmiss(), stamp);
-    QCOMPARE(media.hasTime(), media.year() != 0);
-}
-
-void TestKVRMedia::pathParts_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("dir");
-    QTest::addColumn<QString>("extension");
-    QTest::addColumn<QString>("fileName");
-    QTest::addColumn<QString>("group");
-
-    QTest::newRow("extension as written") << "/card/DCIM/alwa_20240131_235959_F.AVI"
-                                          << "/card/DCIM"
-                                          << "AVI"
-                                          << "alwa_20240131_235959_F.AVI"
-                                          << "alwa_20240131_235959";
-    QTest::newRow("no extension") << "/event_20240131_120000_F"
-                                  << "/"
-                                  << ""
-                                  << "event_20240131_120000_F."
-                                  << "event_20240131_120000";
-    QTest::newRow("last dot only") << "/a.b/clip.tar.avi"
-                                   << "/a.b"
-                                   << "avi"
-                                   << "clip.tar.avi"
-                                   << "clip.t";
-    QTest::newRow("trailing slash") << "/x/motion_20240131_235959_R.avi/"
-                                    << "/x"
-                                    << "avi"
-                                    << "motion_20240131_235959_R.avi"
-                                    << "motion_20240131_235959";
-    QTest::newRow("relative") << "event_20240131_235959_R.avi" << QDir::currentPath() << "avi"
-                              << "event_20240131_235959_R.avi"
-                              << "event_20240131_235959";
-}
-
-void TestKVRMedia::pathParts()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, dir);
-    QFETCH(QString, extension);
-    QFETCH(QString, fileName);
-    QFETCH(QString, group);
-
-    KVRMedia media(path);
-    QCOMPARE(media.path(), QDir::cleanPath(QDir::current().absoluteFilePath(path)));
-    QCOMPARE(media.dir(), dir);
-    QCOMPARE(media.extension(), extension);
-    QCOMPARE(media.fileName(), fileName);
-    QCOMPARE(media.mediaGroupName(), group);
-}
-
-void TestKVRMedia::timeFieldsAreStoredBeforeTheTest()
-{
-    KVRMedia media;
-    QVERIFY(!media._parseTimeByName(u"alwa_20241399_120000_F", 5));
-    QCOMPARE(media.month(), 13);
-    QCOMPARE(media.hour(), 12);
-    QVERIFY(!media._parseTimeByName(u"alwa_20240131_2359", 5)); // too short: reads nothing
-    QCOMPARE(media.yyyymmddhhmiss(), QStringLiteral("00000000000000"));
-
-    // Out-of-range fields order as their printed text: "-999" after "-001", unlike the numbers.
-    KVRMedia b;
-    QVERIFY(!media._parseTimeByName(u"-9990101_000000", 0));
-    QVERIFY(!b._parseTimeByName(u"-0010101_000000", 0));
-    QCOMPARE(media.compareDate(b), 1);
-    QCOMPARE(b.compareDate(KVRMedia()), -1);
-}
-
-void TestKVRMedia::compareDate_data()
-{
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<int>("expected");
-
-    QTest::newRow("year outweighs the rest") << "alwa_20231231_235959_R"
-                                             << "alwa_20240101_000000_F" << -1;
-    QTest::newRow("no time first") << "xxxx_29991231_235959_R"
-                                   << "alwa_19700101_000000_F" << -1;
-    QTest::newRow("event before always") << "event_20240131_120000_R"
-                                         << "alwa_20240131_120000_F" << -1;
-    QTest::newRow("front before rear") << "alwa_20240131_120000_F"
-                                       << "alwa_20240131_120000_R" << -1;
-    QTest::newRow("same name") << "alwa_20240131_120000_F"
-                               << "alwa_20240131_120000_F" << 0;
-}
-
-void TestKVRMedia::compareDate()
-{
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(int, expected);
-
-    KVRMedia a(QStringLiteral("/a/%1.avi").arg(first));
-    KVRMedia b(QStringLiteral("/b/%1.AVI").arg(second));
-    QCOMPARE(a.compareDate(b), expected);
-    QCOMPARE(b.compareDate(a), -expected);
-}
-
-void TestKVRMedia::mediaDirectionForPath_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<int>("direction");
-
-    QTest::newRow("rear, any case") << "/card/alwa_20240131_120000_r.AVI" << 1;
-    QTest::newRow("exactly six characters") << "_f.Avi" << 0;
-    QTest::newRow("empty") << "" << 2;
-}
-
-void TestKVRMedia::mediaDirectionForPath()
-{
-    QFETCH(QString, path);
-    QFETCH(int, direction);
-    QCOMPARE(int(kavro::mediaDirectionForPath(path)), direction);
-}
 
 QTEST_GUILESS_MAIN(TestKVRMedia)
 #include "tst_kvrmedia.moc"

@@ -9,86 +9,71 @@ class TestKVRValidator : public QObject
     Q_OBJECT
 
 private slots:
-    void gsensorThreshold_data();
-    void gsensorThreshold();
-    void cardShare();
-    void carNumber();
+    void gsensorThreshold_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("key");   // empty: accepted
+        QTest::addColumn<double>("number"); // what the page stores, / 100, when accepted
+        const char* range = "msg.gsensor_outofrange_fmt";
+        const char* format = "msg.input_value_invalid_format";
+        const struct
+        {
+            const char *text, *key;
+            double number;
+        } rows[] = {
+            {"", "", 0},           {"0.05", "", 0.05}, // lower bound
+            {"1.5", "", 1.5},                          // upper bound
+            {"0.29abc", "", 0.29}, {" \t+0.7", "", 0.7}, {".5", "", 0.5},    {"25E-2", "", 0.25},
+            {"1e", "", 1.0}, // dangling exponent
+            {"0.049", range, 0},   {"1.51", range, 0},   {"-0.5", range, 0}, {"1e999", range, 0},
+            {"1e-999", range, 0},  {"0,5", range, 0}, // the comma stops the number
+            {"a0.5", format, 0},   {"   ", format, 0},   {".", format, 0},   {"-", format, 0},
+            {"inf", format, 0},
+        };
+        for (const auto& r : rows)
+            QTest::newRow(r.text) << QString(r.text) << QString(r.key) << r.number;
+    }
+
+    void gsensorThreshold()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, key);
+        QFETCH(double, number);
+        std::optional<ValidationMessage> message = KVRValidator::validateGsensorThreshold(text);
+        QCOMPARE(message ? message->key : QString(), key);
+        if (key == "msg.gsensor_outofrange_fmt")
+            QCOMPARE(message->args, (QVariantList{0.05, 1.5}));
+        if (key.isEmpty() && !text.isEmpty())
+            QCOMPARE(KVRValidator::scanNumber(text).value_or(-1), number);
+    }
+
+    void cardShare()
+    {
+        QVERIFY(KVRValidator::validateSDCardSizeRatio(19));
+        QVERIFY(!KVRValidator::validateSDCardSizeRatio(20));
+        QCOMPARE(KVRValidator::validateSDCardSizeRatio(-20)->key,
+                 QString("msg.sdcard_ratio_too_low"));
+        // Both shares must keep 20 percent: slider positions 2 to 8 only.
+        for (int position = -1; position <= 11; ++position)
+            QCOMPARE(!KVRValidator::validateCardShare(position), position >= 2 && position <= 8);
+    }
+
+    void carNumber()
+    {
+        const QList<QPair<const char*, QString>> cases = {
+            {"12-34 56-78 90", "12345678"}, // stops after the eighth kept character
+            {"abCD12", "abCD12"},
+            {"Äbc Дé1!", "bc1"},
+            {"ＡＢ12", "12"}, // full-width letters are not ASCII
+            {"A😀B", "AB"},
+            {"-- --", ""},
+        };
+        for (const auto& [typed, kept] : cases)
+            QCOMPARE(KVRValidator::filterCarNumber(QString::fromUtf8(typed)), kept);
+        QVERIFY(KVRValidator::isEmptyText(QString()));
+        QVERIFY(!KVRValidator::isEmptyText(" "));
+    }
 };
-
-void TestKVRValidator::gsensorThreshold_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("key");   // empty: accepted
-    QTest::addColumn<double>("number"); // what the page stores, / 100, when accepted
-    const QString range = "msg.gsensor_outofrange_fmt";
-    const QString format = "msg.input_value_invalid_format";
-    QTest::newRow("empty") << ""
-                           << "" << 0.0;
-    QTest::newRow("lower bound") << "0.05"
-                                 << "" << 0.05;
-    QTest::newRow("upper bound") << "1.5"
-                                 << "" << 1.5;
-    QTest::newRow("trailing letters") << "0.29abc"
-                                      << "" << 0.29;
-    QTest::newRow("leading blanks") << " \t+0.7"
-                                    << "" << 0.7;
-    QTest::newRow("bare fraction") << ".5"
-                                   << "" << 0.5;
-    QTest::newRow("exponent") << "25E-2"
-                              << "" << 0.25;
-    QTest::newRow("dangling exponent") << "1e"
-                                       << "" << 1.0;
-    QTest::newRow("just below") << "0.049" << range << 0.0;
-    QTest::newRow("just above") << "1.51" << range << 0.0;
-    QTest::newRow("negative") << "-0.5" << range << 0.0;
-    QTest::newRow("huge exponent") << "1e999" << range << 0.0;
-    QTest::newRow("tiny exponent") << "1e-999" << range << 0.0;
-    QTest::newRow("comma stops the number") << "0,5" << range << 0.0;
-    QTest::newRow("leading letter") << "a0.5" << format << 0.0;
-    QTest::newRow("only blanks") << "   " << format << 0.0;
-    QTest::newRow("lone point") << "." << format << 0.0;
-    QTest::newRow("lone sign") << "-" << format << 0.0;
-    QTest::newRow("inf is not a number") << "inf" << format << 0.0;
-}
-
-void TestKVRValidator::gsensorThreshold()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, key);
-    QFETCH(double, number);
-    std::optional<ValidationMessage> message = KVRValidator::validateGsensorThreshold(text);
-    QCOMPARE(message ? message->key : QString(), key);
-    if (key == "msg.gsensor_outofrange_fmt")
-        QCOMPARE(message->args, (QVariantList{0.05, 1.5}));
-    if (key.isEmpty() && !text.isEmpty())
-        QCOMPARE(KVRValidator::scanNumber(text).value_or(-1), number);
-}
-
-void TestKVRValidator::cardShare()
-{
-    QVERIFY(KVRValidator::validateSDCardSizeRatio(19));
-    QVERIFY(!KVRValidator::validateSDCardSizeRatio(20));
-    QCOMPARE(KVRValidator::validateSDCardSizeRatio(-20)->key, QString("msg.sdcard_ratio_too_low"));
-    // Both shares must keep 20 percent: slider positions 2 to 8 only.
-    for (int position = -1; position <= 11; ++position)
-        QCOMPARE(!KVRValidator::validateCardShare(position), position >= 2 && position <= 8);
-}
-
-void TestKVRValidator::carNumber()
-{
-    const QList<QPair<const char*, QString>> cases = {
-        {"12-34 56-78 90", "12345678"}, // stops after the eighth kept character
-        {"abCD12", "abCD12"},
-        {"Äbc Дé1!", "bc1"},
-        {"ＡＢ12", "12"}, // full-width letters are not ASCII
-        {"A😀B", "AB"},
-        {"-- --", ""},
-    };
-    for (const auto& [typed, kept] : cases)
-        QCOMPARE(KVRValidator::filterCarNumber(QString::fromUtf8(typed)), kept);
-    QVERIFY(KVRValidator::isEmptyText(QString()));
-    QVERIFY(!KVRValidator::isEmptyText(" "));
-}
 
 QTEST_GUILESS_MAIN(TestKVRValidator)
 #include "tst_kvrvalidator.moc"

@@ -87,145 +87,139 @@ class TestKVRAviWriter : public QObject
     Q_OBJECT
 
 private slots:
-    void layoutAndIndex_data();
-    void layoutAndIndex();
-    void failuresKeepOldFile();
-    void readableByFfmpeg_data();
-    void readableByFfmpeg();
+    void layoutAndIndex_data()
+    {
+        QTest::addColumn<bool>("audio");
+        QTest::addColumn<bool>("telemetry");
+        QTest::addColumn<std::uint32_t>("streams");
+        QTest::newRow("video, audio, telemetry") << true << true << 3u;
+        QTest::newRow("no audio keeps telemetry at 2") << false << true << 3u;
+        QTest::newRow("video and audio") << true << false << 2u;
+        QTest::newRow("video only") << false << false << 1u;
+    }
+
+    void layoutAndIndex()
+    {
+        QFETCH(bool, audio);
+        QFETCH(bool, telemetry);
+        QFETCH(std::uint32_t, streams);
+        const QString path = m_dir.filePath("layout.avi");
+        const QList<Chunk> written = writeSample(path, layoutWith(audio, telemetry), {});
+        QVERIFY(!written.isEmpty());
+        const QByteArray file = kavro::test::readFile(path);
+
+        QCOMPARE(file.left(4), QByteArray("RIFF"));
+        QCOMPARE(qsizetype(u32At(file, 4)) + 8, file.size());
+        QCOMPARE(file.mid(8, 4), QByteArray("AVI "));
+        QCOMPARE(file.mid(12, 4), QByteArray("LIST"));
+        QCOMPARE(file.mid(20, 4), QByteArray("hdrl"));
+        // The header list plus the JUNK padding end exactly where the stream data begins.
+        const qsizetype junkAt = 20 + qsizetype(u32At(file, 16));
+        QCOMPARE(file.mid(junkAt, 4), QByteArray("JUNK"));
+        QCOMPARE(junkAt + 8 + qsizetype(u32At(file, junkAt + 4)), qsizetype(14132));
+        QCOMPARE(u32At(file, 32 + 24), streams); // avih dwStreams
+        QCOMPARE(u32At(file, 32 + 16), 20u);     // avih dwTotalFrames
+
+        QCOMPARE(file.mid(kavro::avi::MoviListOffset, 4), QByteArray("LIST"));
+        QCOMPARE(file.mid(kavro::avi::MoviTypeOffset, 4), QByteArray("movi"));
+        const qsizetype indexAt = kavro::avi::MoviTypeOffset + u32At(file, 14136);
+        QCOMPARE(file.mid(indexAt, 4), QByteArray("idx1"));
+        QCOMPARE(qsizetype(u32At(file, indexAt + 4)), written.size() * 16);
+        QCOMPARE(indexAt + 8 + written.size() * 16, file.size());
+
+        // Every entry points at its chunk's header, in writing order, with the data unchanged.
+        qsizetype expectedOffset = 4;
+        for (qsizetype i = 0; i < written.size(); ++i) {
+            const qsizetype entry = indexAt + 8 + i * 16;
+            QCOMPARE(file.mid(entry, 4), written[i].id);
+            const std::uint32_t offset = u32At(file, entry + 8);
+            const std::uint32_t size = u32At(file, entry + 12);
+            QCOMPARE(offset, std::uint32_t(expectedOffset));
+            QCOMPARE(qsizetype(size), written[i].data.size());
+            const qsizetype header = kavro::avi::MoviTypeOffset + offset;
+            QCOMPARE(file.mid(header, 4), written[i].id);
+            QCOMPARE(u32At(file, header + 4), size);
+            QCOMPARE(file.mid(header + 8, size), written[i].data);
+            if (written[i].id == "00dc")
+                QCOMPARE(u32At(file, entry + 4) == 0x10, (i / (audio + telemetry + 1)) % 5 == 0);
+            expectedOffset += 8 + size + size % 2;
+        }
+    }
+
+    void failuresKeepOldFile()
+    {
+        const QString path = m_dir.filePath("keep.avi");
+        QVERIFY(kavro::test::writeFile(path, "old content"));
+        {
+            KVRAviWriter writer(layoutWith(false, false));
+            QVERIFY(writer.open(path));
+            QVERIFY(writer.addVideoFrame("frame"));
+            QVERIFY(!writer.addAudioChunk("no audio stream"));
+            QVERIFY(!writer.addTelemetryChunk("no telemetry stream"));
+            QVERIFY(!writer.errorString().isEmpty());
+            // Destroyed without close: the recording was abandoned.
+        }
+        QCOMPARE(kavro::test::readFile(path), QByteArray("old content"));
+        QCOMPARE(QDir(m_dir.path()).entryList({"keep.avi*"}), QStringList{"keep.avi"});
+
+        KVRAviWriter writer(layoutWith(true, true));
+        QVERIFY(!writer.open(m_dir.filePath("missing/folder/x.avi")));
+        QVERIFY(!writer.errorString().isEmpty());
+        QVERIFY(!writer.addVideoFrame("frame"));
+        QVERIFY(!writer.close());
+        // The same writer goes on with another file.
+        QVERIFY(writer.open(path) && writer.addVideoFrame("frame") && writer.close());
+        QVERIFY(kavro::test::readFile(path).startsWith("RIFF"));
+    }
+
+    void readableByFfmpeg_data()
+    {
+        QTest::addColumn<bool>("audio");
+        QTest::addColumn<QStringList>("types");
+        QTest::newRow("with audio") << true << QStringList{"video", "audio", "data"};
+        QTest::newRow("without audio") << false << QStringList{"video", "data", "data"};
+    }
+
+    void readableByFfmpeg()
+    {
+        QFETCH(bool, audio);
+        QFETCH(QStringList, types);
+        if (QStandardPaths::findExecutable("ffprobe").isEmpty() ||
+            QStandardPaths::findExecutable("ffmpeg").isEmpty())
+            QSKIP("ffprobe/ffmpeg are not installed; the container check needs them");
+
+        const QByteArray jpeg = tool("ffmpeg", {"-f", "lavfi", "-i", "testsrc=size=64x36:rate=1",
+                                                "-frames:v", "1", "-f", "mjpeg", "-"});
+        QVERIFY(jpeg.startsWith("\xff\xd8"));
+        const QString path = m_dir.filePath("probe.avi");
+        const QList<Chunk> written = writeSample(path, layoutWith(audio, true), jpeg);
+        QVERIFY(!written.isEmpty());
+
+        const QJsonObject info =
+            QJsonDocument::fromJson(tool("ffprobe", {"-print_format", "json", "-count_packets",
+                                                     "-show_streams", "-show_format", path}))
+                .object();
+        const QJsonArray streams = info["streams"].toArray();
+        QCOMPARE(streams.size(), types.size());
+        for (qsizetype i = 0; i < types.size(); ++i)
+            QCOMPARE(streams[i]["codec_type"].toString(), types[i]);
+        QCOMPARE(streams[0]["nb_read_packets"].toString(), QString("20"));
+        QCOMPARE(streams[2]["nb_read_packets"].toString(), QString("20"));
+        // 20 frames at 10 fps: telemetry must not stretch the recording.
+        QCOMPARE(info["format"]["duration"].toString().toDouble(), 2.0);
+        QVERIFY(!tool("ffmpeg", {"-i", path, "-f", "null", "-"}).isNull());
+
+        QByteArray telemetry;
+        for (const Chunk& chunk : written)
+            if (chunk.id == "02sb")
+                telemetry += chunk.data;
+        QCOMPARE(tool("ffmpeg", {"-i", path, "-map", "0:2", "-c", "copy", "-f", "data", "-"}),
+                 telemetry);
+    }
 
 private:
     QTemporaryDir m_dir;
 };
-
-void TestKVRAviWriter::layoutAndIndex_data()
-{
-    QTest::addColumn<bool>("audio");
-    QTest::addColumn<bool>("telemetry");
-    QTest::addColumn<std::uint32_t>("streams");
-    QTest::newRow("video, audio, telemetry") << true << true << 3u;
-    QTest::newRow("no audio keeps telemetry at 2") << false << true << 3u;
-    QTest::newRow("video and audio") << true << false << 2u;
-    QTest::newRow("video only") << false << false << 1u;
-}
-
-void TestKVRAviWriter::layoutAndIndex()
-{
-    QFETCH(bool, audio);
-    QFETCH(bool, telemetry);
-    QFETCH(std::uint32_t, streams);
-    const QString path = m_dir.filePath("layout.avi");
-    const QList<Chunk> written = writeSample(path, layoutWith(audio, telemetry), {});
-    QVERIFY(!written.isEmpty());
-    const QByteArray file = kavro::test::readFile(path);
-
-    QCOMPARE(file.left(4), QByteArray("RIFF"));
-    QCOMPARE(qsizetype(u32At(file, 4)) + 8, file.size());
-    QCOMPARE(file.mid(8, 4), QByteArray("AVI "));
-    QCOMPARE(file.mid(12, 4), QByteArray("LIST"));
-    QCOMPARE(file.mid(20, 4), QByteArray("hdrl"));
-    // The header list plus the JUNK padding end exactly where the stream data begins.
-    const qsizetype junkAt = 20 + qsizetype(u32At(file, 16));
-    QCOMPARE(file.mid(junkAt, 4), QByteArray("JUNK"));
-    QCOMPARE(junkAt + 8 + qsizetype(u32At(file, junkAt + 4)), qsizetype(14132));
-    QCOMPARE(u32At(file, 32 + 24), streams); // avih dwStreams
-    QCOMPARE(u32At(file, 32 + 16), 20u);     // avih dwTotalFrames
-
-    QCOMPARE(file.mid(kavro::avi::MoviListOffset, 4), QByteArray("LIST"));
-    QCOMPARE(file.mid(kavro::avi::MoviTypeOffset, 4), QByteArray("movi"));
-    const qsizetype indexAt = kavro::avi::MoviTypeOffset + u32At(file, 14136);
-    QCOMPARE(file.mid(indexAt, 4), QByteArray("idx1"));
-    QCOMPARE(qsizetype(u32At(file, indexAt + 4)), written.size() * 16);
-    QCOMPARE(indexAt + 8 + written.size() * 16, file.size());
-
-    // Every entry points at its chunk's header, in writing order, with the data unchanged.
-    qsizetype expectedOffset = 4;
-    for (qsizetype i = 0; i < written.size(); ++i) {
-        const qsizetype entry = indexAt + 8 + i * 16;
-        QCOMPARE(file.mid(entry, 4), written[i].id);
-        const std::uint32_t offset = u32At(file, entry + 8);
-        const std::uint32_t size = u32At(file, entry + 12);
-        QCOMPARE(offset, std::uint32_t(expectedOffset));
-        QCOMPARE(qsizetype(size), written[i].data.size());
-        const qsizetype header = kavro::avi::MoviTypeOffset + offset;
-        QCOMPARE(file.mid(header, 4), written[i].id);
-        QCOMPARE(u32At(file, header + 4), size);
-        QCOMPARE(file.mid(header + 8, size), written[i].data);
-        if (written[i].id == "00dc")
-            QCOMPARE(u32At(file, entry + 4) == 0x10, (i / (audio + telemetry + 1)) % 5 == 0);
-        expectedOffset += 8 + size + size % 2;
-    }
-}
-
-void TestKVRAviWriter::failuresKeepOldFile()
-{
-    const QString path = m_dir.filePath("keep.avi");
-    QVERIFY(kavro::test::writeFile(path, "old content"));
-    {
-        KVRAviWriter writer(layoutWith(false, false));
-        QVERIFY(writer.open(path));
-        QVERIFY(writer.addVideoFrame("frame"));
-        QVERIFY(!writer.addAudioChunk("no audio stream"));
-        QVERIFY(!writer.addTelemetryChunk("no telemetry stream"));
-        QVERIFY(!writer.errorString().isEmpty());
-        // Destroyed without close: the recording was abandoned.
-    }
-    QCOMPARE(kavro::test::readFile(path), QByteArray("old content"));
-    QCOMPARE(QDir(m_dir.path()).entryList({"keep.avi*"}), QStringList{"keep.avi"});
-
-    KVRAviWriter writer(layoutWith(true, true));
-    QVERIFY(!writer.open(m_dir.filePath("missing/folder/x.avi")));
-    QVERIFY(!writer.errorString().isEmpty());
-    QVERIFY(!writer.addVideoFrame("frame"));
-    QVERIFY(!writer.close());
-    // The same writer goes on with another file.
-    QVERIFY(writer.open(path) && writer.addVideoFrame("frame") && writer.close());
-    QVERIFY(kavro::test::readFile(path).startsWith("RIFF"));
-}
-
-void TestKVRAviWriter::readableByFfmpeg_data()
-{
-    QTest::addColumn<bool>("audio");
-    QTest::addColumn<QStringList>("types");
-    QTest::newRow("with audio") << true << QStringList{"video", "audio", "data"};
-    QTest::newRow("without audio") << false << QStringList{"video", "data", "data"};
-}
-
-void TestKVRAviWriter::readableByFfmpeg()
-{
-    QFETCH(bool, audio);
-    QFETCH(QStringList, types);
-    if (QStandardPaths::findExecutable("ffprobe").isEmpty() ||
-        QStandardPaths::findExecutable("ffmpeg").isEmpty())
-        QSKIP("ffprobe/ffmpeg are not installed; the container check needs them");
-
-    const QByteArray jpeg = tool("ffmpeg", {"-f", "lavfi", "-i", "testsrc=size=64x36:rate=1",
-                                            "-frames:v", "1", "-f", "mjpeg", "-"});
-    QVERIFY(jpeg.startsWith("\xff\xd8"));
-    const QString path = m_dir.filePath("probe.avi");
-    const QList<Chunk> written = writeSample(path, layoutWith(audio, true), jpeg);
-    QVERIFY(!written.isEmpty());
-
-    const QJsonObject info =
-        QJsonDocument::fromJson(tool("ffprobe", {"-print_format", "json", "-count_packets",
-                                                 "-show_streams", "-show_format", path}))
-            .object();
-    const QJsonArray streams = info["streams"].toArray();
-    QCOMPARE(streams.size(), types.size());
-    for (qsizetype i = 0; i < types.size(); ++i)
-        QCOMPARE(streams[i]["codec_type"].toString(), types[i]);
-    QCOMPARE(streams[0]["nb_read_packets"].toString(), QString("20"));
-    QCOMPARE(streams[2]["nb_read_packets"].toString(), QString("20"));
-    // 20 frames at 10 fps: telemetry must not stretch the recording.
-    QCOMPARE(info["format"]["duration"].toString().toDouble(), 2.0);
-    QVERIFY(!tool("ffmpeg", {"-i", path, "-f", "null", "-"}).isNull());
-
-    QByteArray telemetry;
-    for (const Chunk& chunk : written)
-        if (chunk.id == "02sb")
-            telemetry += chunk.data;
-    QCOMPARE(tool("ffmpeg", {"-i", path, "-map", "0:2", "-c", "copy", "-f", "data", "-"}),
-             telemetry);
-}
 
 QTEST_GUILESS_MAIN(TestKVRAviWriter)
 #include "tst_kvraviwriter.moc"

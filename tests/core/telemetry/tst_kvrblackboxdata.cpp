@@ -113,237 +113,228 @@ class TestKVRBlackBoxData : public QObject
     Q_OBJECT
 
 private slots:
-    void merge_data();
-    void merge();
-    void scalingAndFrameCount();
-    void nmeaSplitting();
-    void skipRules();
-    void stopConditions_data();
-    void stopConditions();
-    void limitsStopAmplification();
-    void hostileFilesMatchPlainWalk();
-    void waitsWhenAsked();
+    void merge_data()
+    {
+        QTest::addColumn<Times>("samples");
+        QTest::addColumn<Times>("records");
+        QTest::addColumn<Times>("expected"); // GPS record number per sample
+        const Times ten{0, 100, 200, 300, 400, 500, 600, 700, 800, 900};
+        QTest::newRow("two records, samples left")
+            << ten << Times{250, 650} << Times{0, 0, 0, 1, 1, 1, 1};
+        QTest::newRow("records after the last sample") << ten << Times{5000, 6000} << Times(10, 0);
+        QTest::newRow("tenths, not milliseconds")
+            << Times{100, 249, 300} << Times{250, 2000} << Times{0, 0, 1};
+        QTest::newRow("early records take one sample each")
+            << Times{100, 200, 300} << Times{50, 60, 5000, 6000} << Times{0, 1, 2};
+        QTest::newRow("no GPS") << ten << Times{} << Times{};
+        QTest::newRow("no samples") << Times{} << Times{100} << Times{};
+    }
+
+    void merge()
+    {
+        QFETCH(Times, samples);
+        QFETCH(Times, records);
+        QFETCH(Times, expected);
+        QList<QByteArray> chunks; // in time order, a GPS record after the samples of its moment
+        qsizetype g = 0;
+        for (std::uint32_t time : samples) {
+            for (; g < records.size() && records[g] < time; ++g)
+                chunks.append(gps(records[g]));
+            chunks.append(gsensor(time));
+        }
+        for (; g < records.size(); ++g)
+            chunks.append(gps(records[g]));
+        QVERIFY(writeRecording(path("merge.avi"), chunks));
+
+        KVRBlackBoxData store;
+        QVERIFY(store.ExtractStreamInformation(path("merge.avi")));
+        QCOMPARE(walked(store), samples + Times{0xffffffff} + records);
+        Times merged;
+        for (qsizetype k = 0; k < qsizetype(store.vGpsData().size()); ++k) {
+            merged.append(store.vGpsRecordIndex()[k]);
+            QCOMPARE(store.vGpsData()[k], store.gpsRecords()[merged.last()].record);
+        }
+        QCOMPARE(merged, expected);
+    }
+
+    void scalingAndFrameCount()
+    {
+        QVERIFY(writeRecording(path("scale.avi"),
+                               {gsensor(1, 256), gsensor(2, INT32_MIN), gsensor(3)}));
+        KVRBlackBoxData store;
+        QVERIFY(store.ExtractStreamInformation(path("scale.avi")));
+        const kavro::KVRGSensor& first = store.GSensors()[0];
+        QCOMPARE(std::vector<float>({first.x, first.y, first.z}), std::vector<float>({1, -0.5, 0}));
+        QCOMPARE(store.GSensors()[1].x, -8388608.0f);
+        QCOMPARE(store.frameCount(), std::uint64_t(2));
+        store.clear();
+        QCOMPARE(store.frameCount(), std::uint64_t(1));
+    }
+
+    void nmeaSplitting()
+    {
+        // Noise before '$' is dropped, CR, LF and NUL separate and become NULs; other talkers and a
+        // last line without an end don't count. Each entry is the fix after its own line.
+        KVRBlackBoxData store;
+        static const char noisy[] =
+            "xx$GNGNS,1,,,,,N,07,1.5,,*00\r\n$PERD,1*00\0$GPGSV,1*00\n$GNRMC*";
+        QByteArray text(noisy, sizeof noisy - 1);
+        QVERIFY(store.ParseNMEA(text.data(), std::uint32_t(text.size())));
+        QCOMPARE(store.NMEAs().size(), std::size_t(2));
+        QCOMPARE(store.NMEAs()[0].SatelliteUsedCount, 7u);
+        QCOMPARE(text.count('\0'), 4);
+
+        // nLen bounds the text, and never reaches past the 508 bytes of a record.
+        const QByteArray rmc = "$GNRMC,1,A,,,,,5,6,010120*00\n";
+        QVERIFY(writeRecording(path("nlen.avi"),
+                               {gps(100, rmc + rmc, std::uint32_t(rmc.size())),
+                                gps(200, QByteArray(508 - rmc.size(), '\n') + rmc, 100000),
+                                gps(300, QByteArray(508, '$'), 508)}));
+        QVERIFY(store.ExtractStreamInformation(path("nlen.avi")));
+        QCOMPARE(store.NMEAs().size(), std::size_t(2));
+        QCOMPARE(store.gpsRecords().size(), std::size_t(3));
+    }
+
+    void skipRules()
+    {
+        QByteArray badGps = gps(300);
+        badGps[0] = char(204);
+        QVERIFY(writeRecording(path("skip.avi"),
+                               {gsensor(100), gsensor(200, 0, 172), badGps, gps(700).left(33),
+                                gsensor(800, 512) + QByteArray(8, 'x'), gsensor(900).left(20)}));
+        QByteArray file = kavro::test::readFile(path("skip.avi"));
+        QCOMPARE(file.right(16).left(4), QByteArray("02sb"));
+        file.replace(file.size() - 16, 4, "02SB"); // another stream's chunk
+        QVERIFY(kavro::test::writeFile(path("skip.avi"), file));
+
+        // Wrong tags are dropped; 33 bytes make a GPS record, 32 a G-sensor one.
+        KVRBlackBoxData store;
+        QVERIFY(store.ExtractStreamInformation(path("skip.avi")));
+        QCOMPARE(walked(store), (Times{100, 800, 0xffffffff, 700}));
+        QCOMPARE(store.GSensors()[1].x, 2.0f);
+    }
+
+    void stopConditions_data()
+    {
+        QTest::addColumn<QString>("cut");
+        QTest::addColumn<int>("samples");
+        QTest::newRow("complete") << "none" << 10;
+        QTest::newRow("RIFF ends inside the index") << "riff" << 5;
+        QTest::newRow("entry points past the file's end") << "offset" << 6;
+        QTest::newRow("file ends inside an entry") << "truncate" << 3;
+        QTest::newRow("last record cut short") << "short" << 9;
+    }
+
+    void stopConditions()
+    {
+        QFETCH(QString, cut);
+        QFETCH(int, samples);
+        QList<QByteArray> chunks;
+        for (std::uint32_t time = 100; time <= 1000; time += 100)
+            chunks.append(gsensor(time));
+        QVERIFY(writeRecording(path("stop.avi"), chunks, false));
+        QByteArray file = kavro::test::readFile(path("stop.avi"));
+        const qsizetype index = indexStart(file);
+        QCOMPARE(file.size(), index + 10 * 16);
+        if (cut == "riff") { // the entry that starts at the RIFF end is still read
+            setU32(file, 4, std::uint32_t(index + 4 * 16 - 8));
+        } else if (cut == "offset") {
+            setU32(file, index + 6 * 16 + 8, 0xfffffff0);
+        } else if (cut == "truncate") {
+            file.truncate(index + 3 * 16 + 15);
+        } else if (cut == "short") { // tag, time and x of the last record, then the file ends
+            setU32(file, index + 9 * 16 + 8, std::uint32_t(file.size() - 14148));
+            file += gsensor(1000).left(12);
+        }
+        QVERIFY(kavro::test::writeFile(path("stop.avi"), file));
+
+        KVRBlackBoxData store;
+        QVERIFY(store.ExtractStreamInformation(path("stop.avi")));
+        QCOMPARE(int(store.GSensors().size()), samples);
+        QCOMPARE(store.vGSensorData().back().data().timestamp, std::uint32_t(samples * 100));
+    }
+
+    void limitsStopAmplification()
+    {
+        // One GPS chunk full of sentences, referenced by thousands of index entries.
+        QByteArray sentences;
+        while (sentences.size() < 500)
+            sentences += "$GP,*\n";
+        QVERIFY(writeRecording(path("amplify.avi"), {gps(100, sentences)}, false));
+        QByteArray file = kavro::test::readFile(path("amplify.avi"));
+        file += file.right(16).repeated(5000);
+        setU32(file, 4, std::uint32_t(file.size() - 8));
+        QVERIFY(kavro::test::writeFile(path("amplify.avi"), file));
+
+        KVRBlackBoxData store;
+        KVRBlackBoxData::Limits limits;
+        limits.nmeaFixes = 20000;
+        store.setLimits(limits);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("read stopped"));
+        QVERIFY(store.ExtractStreamInformation(path("amplify.avi")));
+        QVERIFY(store.limitReached());
+        QCOMPARE(store.NMEAs().size(), std::size_t(20000));
+        QCOMPARE(store.gpsRecords().size(), std::size_t(20000 / 84 + 1));
+    }
+
+    // Damaged copies of a recording and files made to mislead: the store must neither crash nor
+    // part from the plain walk.
+    void hostileFilesMatchPlainWalk()
+    {
+        QList<QByteArray> chunks;
+        for (std::uint32_t time = 100; time < 3000; time += 100) {
+            chunks.append(gsensor(time, int(time)));
+            if (time % 1000 == 0)
+                chunks.append(gps(time, "$GPGGA,1,3733.5,N,12659.4,E,1,8,0.9,,,,,,*00\r\n"));
+        }
+        QVERIFY(writeRecording(path("valid.avi"), chunks));
+        const QByteArray valid = kavro::test::readFile(path("valid.avi"));
+        const QByteArray riff = valid.left(12), movi = valid.left(14136);
+        QByteArray selfReferring = movi + QByteArray(4, '\0') + "movi";
+        for (int i = 0; i < 4000; ++i) // "02sb" entries pointing into the index itself
+            selfReferring += QByteArray("02sb\0\0\0\0\x20\0\0\0\x30\0\0\0", 16);
+        QList<QByteArray> files{
+            {}, "RIFF", "RIFF\4\0\0\0WAVE", riff, movi + "\xff\xff\xff\xffmovi", selfReferring};
+
+        QRandomGenerator random(5);
+        for (int round = 0; round < 300; ++round) {
+            QByteArray file = valid;
+            for (int edits = 1 + random.bounded(8); edits > 0; --edits) { // mostly in the index
+                const int at = random.bounded(2) ? int(indexStart(valid)) + random.bounded(200)
+                                                 : random.bounded(int(valid.size()) - 4);
+                setU32(file, std::min<qsizetype>(at, file.size() - 4), random.generate());
+            }
+            if (random.bounded(4) == 0)
+                file.truncate(random.bounded(int(file.size())));
+            files.append(file);
+        }
+        KVRBlackBoxData store;
+        for (const QByteArray& file : files) {
+            QVERIFY(kavro::test::writeFile(path("hostile.avi"), file));
+            const bool isAvi = store.ExtractStreamInformation(path("hostile.avi"));
+            QCOMPARE(isAvi ? walked(store) : Times{}, plainWalk(file));
+            QCOMPARE(isAvi,
+                     file.size() >= 12 && file.startsWith("RIFF") && file.mid(8, 4) == "AVI ");
+            QVERIFY(store.vGpsData().size() <= store.GSensors().size());
+        }
+        QVERIFY(!store.ExtractStreamInformation(path("absent.avi")));
+    }
+
+    void waitsWhenAsked()
+    {
+        QVERIFY(writeRecording(path("wait.avi"), {gsensor(100)}));
+        KVRBlackBoxData store;
+        store.setWaitAfterReading(true);
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(store.ExtractStreamInformation(path("wait.avi")));
+        QVERIFY(timer.elapsed() >= 1000);
+    }
 
 private:
     QString path(const char* name) { return m_dir.filePath(name); }
     QTemporaryDir m_dir;
 };
-
-void TestKVRBlackBoxData::merge_data()
-{
-    QTest::addColumn<Times>("samples");
-    QTest::addColumn<Times>("records");
-    QTest::addColumn<Times>("expected"); // GPS record number per sample
-    const Times ten{0, 100, 200, 300, 400, 500, 600, 700, 800, 900};
-    QTest::newRow("two records, samples left")
-        << ten << Times{250, 650} << Times{0, 0, 0, 1, 1, 1, 1};
-    QTest::newRow("records after the last sample") << ten << Times{5000, 6000} << Times(10, 0);
-    QTest::newRow("tenths, not milliseconds")
-        << Times{100, 249, 300} << Times{250, 2000} << Times{0, 0, 1};
-    QTest::newRow("early records take one sample each")
-        << Times{100, 200, 300} << Times{50, 60, 5000, 6000} << Times{0, 1, 2};
-    QTest::newRow("no GPS") << ten << Times{} << Times{};
-    QTest::newRow("no samples") << Times{} << Times{100} << Times{};
-}
-
-void TestKVRBlackBoxData::merge()
-{
-    QFETCH(Times, samples);
-    QFETCH(Times, records);
-    QFETCH(Times, expected);
-    QList<QByteArray> chunks; // in time order, a GPS record after the samples of its moment
-    qsizetype g = 0;
-    for (std::uint32_t time : samples) {
-        for (; g < records.size() && records[g] < time; ++g)
-            chunks.append(gps(records[g]));
-        chunks.append(gsensor(time));
-    }
-    for (; g < records.size(); ++g)
-        chunks.append(gps(records[g]));
-    QVERIFY(writeRecording(path("merge.avi"), chunks));
-
-    KVRBlackBoxData store;
-    QVERIFY(store.ExtractStreamInformation(path("merge.avi")));
-    QCOMPARE(walked(store), samples + Times{0xffffffff} + records);
-    Times merged;
-    for (qsizetype k = 0; k < qsizetype(store.vGpsData().size()); ++k) {
-        merged.append(store.vGpsRecordIndex()[k]);
-        QCOMPARE(store.vGpsData()[k], store.gpsRecords()[merged.last()].record);
-    }
-    QCOMPARE(merged, expected);
-}
-
-void TestKVRBlackBoxData::scalingAndFrameCount()
-{
-    QVERIFY(
-        writeRecording(path("scale.avi"), {gsensor(1, 256), gsensor(2, INT32_MIN), gsensor(3)}));
-    KVRBlackBoxData store;
-    QVERIFY(store.ExtractStreamInformation(path("scale.avi")));
-    const kavro::KVRGSensor& first = store.GSensors()[0];
-    QCOMPARE(std::vector<float>({first.x, first.y, first.z}), std::vector<float>({1, -0.5, 0}));
-    QCOMPARE(store.GSensors()[1].x, -8388608.0f);
-    QCOMPARE(store.frameCount(), std::uint64_t(2));
-    store.clear();
-    QCOMPARE(store.frameCount(), std::uint64_t(1));
-}
-
-void TestKVRBlackBoxData::nmeaSplitting()
-{
-    // Noise before '$' is dropped, CR, LF and NUL separate and become NULs; other talkers and a
-    // last line without an end don't count. Each entry is the fix after its own line.
-    KVRBlackBoxData store;
-    static const char noisy[] = "xx$GNGNS,1,,,,,N,07,1.5,,*00\r\n$PERD,1*00\0$GPGSV,1*00\n$GNRMC*";
-    QByteArray text(noisy, sizeof noisy - 1);
-    QVERIFY(store.ParseNMEA(text.data(), std::uint32_t(text.size())));
-    QCOMPARE(store.NMEAs().size(), std::size_t(2));
-    QCOMPARE(store.NMEAs()[0].SatelliteUsedCount, 7u);
-    QCOMPARE(text.count('\0'), 4);
-
-    // nLen bounds the text, and never reaches past the 508 bytes of a record.
-    const QByteArray rmc = "$GNRMC,1,A,,,,,5,6,010120*00\n";
-    QVERIFY(writeRecording(path("nlen.avi"),
-                           {gps(100, rmc + rmc, std::uint32_t(rmc.size())),
-                            gps(200, QByteArray(508 - rmc.size(), '\n') + rmc, 100000),
-                            gps(300, QByteArray(508, '$'), 508)}));
-    QVERIFY(store.ExtractStreamInformation(path("nlen.avi")));
-    QCOMPARE(store.NMEAs().size(), std::size_t(2));
-    QCOMPARE(store.gpsRecords().size(), std::size_t(3));
-}
-
-void TestKVRBlackBoxData::skipRules()
-{
-    QByteArray badGps = gps(300);
-    badGps[0] = char(204);
-    QVERIFY(writeRecording(path("skip.avi"),
-                           {gsensor(100), gsensor(200, 0, 172), badGps, gps(700).left(33),
-                            gsensor(800, 512) + QByteArray(8, 'x'), gsensor(900).left(20)}));
-    QByteArray file = kavro::test::readFile(path("skip.avi"));
-    QCOMPARE(file.right(16).left(4), QByteArray("02sb"));
-    file.replace(file.size() - 16, 4, "02SB"); // another stream's chunk
-    QVERIFY(kavro::test::writeFile(path("skip.avi"), file));
-
-    // Wrong tags are dropped; 33 bytes make a GPS record, 32 a G-sensor one.
-    KVRBlackBoxData store;
-    QVERIFY(store.ExtractStreamInformation(path("skip.avi")));
-    QCOMPARE(walked(store), (Times{100, 800, 0xffffffff, 700}));
-    QCOMPARE(store.GSensors()[1].x, 2.0f);
-}
-
-void TestKVRBlackBoxData::stopConditions_data()
-{
-    QTest::addColumn<QString>("cut");
-    QTest::addColumn<int>("samples");
-    QTest::newRow("complete") << "none" << 10;
-    QTest::newRow("RIFF ends inside the index") << "riff" << 5;
-    QTest::newRow("entry points past the file's end") << "offset" << 6;
-    QTest::newRow("file ends inside an entry") << "truncate" << 3;
-    QTest::newRow("last record cut short") << "short" << 9;
-}
-
-void TestKVRBlackBoxData::stopConditions()
-{
-    QFETCH(QString, cut);
-    QFETCH(int, samples);
-    QList<QByteArray> chunks;
-    for (std::uint32_t time = 100; time <= 1000; time += 100)
-        chunks.append(gsensor(time));
-    QVERIFY(writeRecording(path("stop.avi"), chunks, false));
-    QByteArray file = kavro::test::readFile(path("stop.avi"));
-    const qsizetype index = indexStart(file);
-    QCOMPARE(file.size(), index + 10 * 16);
-    if (cut == "riff") { // the entry that starts at the RIFF end is still read
-        setU32(file, 4, std::uint32_t(index + 4 * 16 - 8));
-    } else if (cut == "offset") {
-        setU32(file, index + 6 * 16 + 8, 0xfffffff0);
-    } else if (cut == "truncate") {
-        file.truncate(index + 3 * 16 + 15);
-    } else if (cut == "short") { // tag, time and x of the last record, then the file ends
-        setU32(file, index + 9 * 16 + 8, std::uint32_t(file.size() - 14148));
-        file += gsensor(1000).left(12);
-    }
-    QVERIFY(kavro::test::writeFile(path("stop.avi"), file));
-
-    KVRBlackBoxData store;
-    QVERIFY(store.ExtractStreamInformation(path("stop.avi")));
-    QCOMPARE(int(store.GSensors().size()), samples);
-    QCOMPARE(store.vGSensorData().back().data().timestamp, std::uint32_t(samples * 100));
-}
-
-void TestKVRBlackBoxData::limitsStopAmplification()
-{
-    // One GPS chunk full of sentences, referenced by thousands of index entries.
-    QByteArray sentences;
-    while (sentences.size() < 500)
-        sentences += "$GP,*\n";
-    QVERIFY(writeRecording(path("amplify.avi"), {gps(100, sentences)}, false));
-    QByteArray file = kavro::test::readFile(path("amplify.avi"));
-    file += file.right(16).repeated(5000);
-    setU32(file, 4, std::uint32_t(file.size() - 8));
-    QVERIFY(kavro::test::writeFile(path("amplify.avi"), file));
-
-    KVRBlackBoxData store;
-    KVRBlackBoxData::Limits limits;
-    limits.nmeaFixes = 20000;
-    store.setLimits(limits);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("read stopped"));
-    QVERIFY(store.ExtractStreamInformation(path("amplify.avi")));
-    QVERIFY(store.limitReached());
-    QCOMPARE(store.NMEAs().size(), std::size_t(20000));
-    QCOMPARE(store.gpsRecords().size(), std::size_t(20000 / 84 + 1));
-}
-
-// Damaged copies of a recording and files made to mislead: the store must neither crash nor
-// part from the plain walk.
-void TestKVRBlackBoxData::hostileFilesMatchPlainWalk()
-{
-    QList<QByteArray> chunks;
-    for (std::uint32_t time = 100; time < 3000; time += 100) {
-        chunks.append(gsensor(time, int(time)));
-        if (time % 1000 == 0)
-            chunks.append(gps(time, "$GPGGA,1,3733.5,N,12659.4,E,1,8,0.9,,,,,,*00\r\n"));
-    }
-    QVERIFY(writeRecording(path("valid.avi"), chunks));
-    const QByteArray valid = kavro::test::readFile(path("valid.avi"));
-    const QByteArray riff = valid.left(12), movi = valid.left(14136);
-    QByteArray selfReferring = movi + QByteArray(4, '\0') + "movi";
-    for (int i = 0; i < 4000; ++i) // "02sb" entries pointing into the index itself
-        selfReferring += QByteArray("02sb\0\0\0\0\x20\0\0\0\x30\0\0\0", 16);
-    QList<QByteArray> files{
-        {}, "RIFF", "RIFF\4\0\0\0WAVE", riff, movi + "\xff\xff\xff\xffmovi", selfReferring};
-
-    QRandomGenerator random(5);
-    for (int round = 0; round < 300; ++round) {
-        QByteArray file = valid;
-        for (int edits = 1 + random.bounded(8); edits > 0; --edits) { // mostly in the index
-            const int at = random.bounded(2) ? int(indexStart(valid)) + random.bounded(200)
-                                             : random.bounded(int(valid.size()) - 4);
-            setU32(file, std::min<qsizetype>(at, file.size() - 4), random.generate());
-        }
-        if (random.bounded(4) == 0)
-            file.truncate(random.bounded(int(file.size())));
-        files.append(file);
-    }
-    KVRBlackBoxData store;
-    for (const QByteArray& file : files) {
-        QVERIFY(kavro::test::writeFile(path("hostile.avi"), file));
-        const bool isAvi = store.ExtractStreamInformation(path("hostile.avi"));
-        QCOMPARE(isAvi ? walked(store) : Times{}, plainWalk(file));
-        QCOMPARE(isAvi, file.size() >= 12 && file.startsWith("RIFF") && file.mid(8, 4) == "AVI ");
-        QVERIFY(store.vGpsData().size() <= store.GSensors().size());
-    }
-    QVERIFY(!store.ExtractStreamInformation(path("absent.avi")));
-}
-
-void TestKVRBlackBoxData::waitsWhenAsked()
-{
-    QVERIFY(writeRecording(path("wait.avi"), {gsensor(100)}));
-    KVRBlackBoxData store;
-    store.setWaitAfterReading(true);
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(store.ExtractStreamInformation(path("wait.avi")));
-    QVERIFY(timer.elapsed() >= 1000);
-}
 
 QTEST_GUILESS_MAIN(TestKVRBlackBoxData)
 #include "tst_kvrblackboxdata.moc"

@@ -144,6 +144,10 @@ private slots:
         QCOMPARE(KVRTelemetryDisplay::hdopText(0.95), QStringLiteral("0.9"));
         QCOMPARE(KVRTelemetryDisplay::hdopText(12.26), QStringLiteral("12.3"));
         QCOMPARE(KVRTelemetryDisplay::satelliteText(8), QStringLiteral("8"));
+        QCOMPARE(KVRTelemetryDisplay::positionText(-37.5583333, 126.99),
+                 QStringLiteral("37.558333\u00b0 S   126.990000\u00b0 E"));
+        QCOMPARE(KVRTelemetryDisplay::positionText(0, -0.5),
+                 QStringLiteral("0.000000\u00b0 N   0.500000\u00b0 W"));
         _AVI_GPS_DATA_T record = gps(0, 0, 0, 57, '9', {});
         QCOMPARE(KVRTelemetryDisplay::speedText(record), QStringLiteral("57 Km/h"));
         record.KM = '1';

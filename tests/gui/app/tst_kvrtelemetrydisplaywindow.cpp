@@ -10,6 +10,7 @@
 
 #include <QBuffer>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -132,6 +133,10 @@ private slots:
                                 .arg(latitude, 0, 'f', 6)
                                 .arg(longitude, 0, 'f', 6)));
         QVERIFY(state.value("route").toInt() >= 2);
+        const QString hemispheres = southWest ? QStringLiteral("S.*W") : QStringLiteral("N.*E");
+        QVERIFY(viewer.ui().positionField->text().contains(QRegularExpression(hemispheres)));
+        QVERIFY(viewer.ui().positionField->text().contains(
+            QString::number(std::abs(latitude), 'f', 6)));
         QCOMPARE(viewer.ui().graphView->timePosition(), double(viewer.player1()->position()));
     }
 
@@ -177,6 +182,8 @@ private slots:
         QVERIFY(debugLines() >= before + 3);
         QCOMPARE(viewer.ui().speedField->text(), QString());
         QVERIFY(markerOf(mapState(map)).isEmpty());
+        QCOMPARE(viewer.ui().positionField->text(),
+                 QStringLiteral("This recording has no GPS data"));
         QVERIFY(viewer.ui().gsensorZField->text() == QStringLiteral("Z=+1.00"));
     }
 
