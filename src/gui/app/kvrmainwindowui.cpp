@@ -119,6 +119,16 @@ QHBoxLayout* row(QWidget* parent, int spacing)
     return layout;
 }
 
+// A video container filling its box edge to edge.
+KVRVideoContainerView* filledWithVideoContainer(QWidget* box, const char* name)
+{
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* container = named<KVRVideoContainerView>(box, name);
+    layout->addWidget(container);
+    return container;
+}
+
 } // namespace
 
 void KVRMainWindowUI::setupUi(CustomWindow* mainWindow)
@@ -187,21 +197,12 @@ void KVRMainWindowUI::setupHead()
 void KVRMainWindowUI::setupVideoBoxes()
 {
     videoBox->setBackgroundColor(Qt::black);
-    auto* videoLayout = new QVBoxLayout(videoBox);
-    videoLayout->setContentsMargins(0, 0, 0, 0);
-    videoContainerView = new KVRVideoContainerView(videoBox);
-    videoContainerView->setObjectName(QStringLiteral("videoContainerView"));
-    videoLayout->addWidget(videoContainerView);
-    player1BackgroundView = new TKVideoBackgroundImageView(videoContainerView);
-    player1BackgroundView->setObjectName(QStringLiteral("player1BackgroundView"));
-
-    auto* subLayout = new QVBoxLayout(subVideoBox);
-    subLayout->setContentsMargins(0, 0, 0, 0);
-    subVideoContainerView = new KVRVideoContainerView(subVideoBox);
-    subVideoContainerView->setObjectName(QStringLiteral("subVideoContainerView"));
-    subLayout->addWidget(subVideoContainerView);
-    player2BackgroundView = new TKVideoBackgroundImageView(subVideoContainerView);
-    player2BackgroundView->setObjectName(QStringLiteral("player2BackgroundView"));
+    videoContainerView = filledWithVideoContainer(videoBox, "videoContainerView");
+    player1BackgroundView =
+        named<TKVideoBackgroundImageView>(videoContainerView, "player1BackgroundView");
+    subVideoContainerView = filledWithVideoContainer(subVideoBox, "subVideoContainerView");
+    player2BackgroundView =
+        named<TKVideoBackgroundImageView>(subVideoContainerView, "player2BackgroundView");
 }
 
 void KVRMainWindowUI::setupGsensorBox()
