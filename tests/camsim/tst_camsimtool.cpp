@@ -1,34 +1,19 @@
 #include "testsupport.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
+using kavro::test::failedCleanly;
+
 kavro::test::ToolResult
 runCamsim(const QStringList& arguments,
           const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
 {
-    kavro::test::ToolResult result;
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(KAVRO_CAMSIM_PATH), arguments);
-    result.crashed =
-        !process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit;
-    result.exitCode = process.exitCode();
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    return result;
-}
-
-// A failure is one line on stderr naming the tool, and nothing on stdout.
-bool failedWithOneLine(const kavro::test::ToolResult& result, int exitCode)
-{
-    return !result.crashed && result.exitCode == exitCode && result.out.isEmpty() &&
-           result.err.startsWith("kavro-camsim: ") && result.err.count('\n') == 1 &&
-           result.err.endsWith('\n');
+    return kavro::test::runProgram(QStringLiteral(KAVRO_CAMSIM_PATH), arguments, 120000,
+                                   environment);
 }
 
 } // namespace
@@ -64,7 +49,7 @@ private slots:
         QDir::setCurrent(dir.path());
         const auto result = runCamsim(arguments);
         QDir::setCurrent(current);
-        QVERIFY2(failedWithOneLine(result, 2), result.err.constData());
+        QVERIFY(failedCleanly(result, "kavro-camsim: "));
         QVERIFY(!QFileInfo::exists(dir.filePath("x")));
     }
 
@@ -76,7 +61,7 @@ private slots:
         QVERIFY(kavro::test::writeFile(dir.filePath("card.img"), "old image"));
         const auto result = runCamsim(
             {"--quick", "--out", dir.filePath("card"), "--image", dir.filePath("card.img")});
-        QVERIFY2(failedWithOneLine(result, 1), result.err.constData());
+        QVERIFY(failedCleanly(result, "kavro-camsim: ", 1));
         QCOMPARE(QDir(dir.filePath("card")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList{"notes.txt"});
         QCOMPARE(kavro::test::readFile(dir.filePath("card/notes.txt")), QByteArray("mine"));
@@ -89,7 +74,7 @@ private slots:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("PATH", dir.filePath("nothing-here"));
         const auto result = runCamsim({"--quick", "--out", dir.filePath("card")}, environment);
-        QVERIFY2(failedWithOneLine(result, 1), result.err.constData());
+        QVERIFY(failedCleanly(result, "kavro-camsim: ", 1));
         QVERIFY(result.err.contains("ffmpeg"));
     }
 

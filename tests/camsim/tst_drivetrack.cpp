@@ -101,21 +101,6 @@ private slots:
         QCOMPARE(parked.distance, track.samples().back().distance);
         QCOMPARE(parked.latitude, track.samples().back().latitude);
     }
-
-    void sameSeedSameDrive()
-    {
-        RouteSettings settings;
-        settings.duration = 90;
-        Random first(42);
-        Random second(42);
-        Random other(43);
-        const DriveTrack a = DriveTrack::simulate(settings, first);
-        const DriveTrack b = DriveTrack::simulate(settings, second);
-        const DriveTrack c = DriveTrack::simulate(settings, other);
-        QCOMPARE(a.samples().size(), b.samples().size());
-        QCOMPARE(a.samples().back().east, b.samples().back().east);
-        QVERIFY(a.samples().back().east != c.samples().back().east);
-    }
 };
 
 QTEST_MAIN(TestDriveTrack)

@@ -145,10 +145,10 @@ private slots:
         QCOMPARE(float(read.CourseOverGround), 301.29f);
         QCOMPARE(read.SatelliteUsedCount,
                  std::uint32_t(fix.gpsUsed.size() + fix.glonassUsed.size()));
-        QCOMPARE(read.Now.wYear, std::uint16_t(2025));
-        QCOMPARE(read.Now.wDay, std::uint16_t(16));
-        QCOMPARE(read.Now.wHour, std::uint16_t(23));
-        QCOMPARE(read.Now.wSecond, std::uint16_t(58));
+        const _SYSTEMTIME& t = read.Now;
+        QCOMPARE(QDateTime(QDate(t.wYear, t.wMonth, t.wDay), QTime(t.wHour, t.wMinute, t.wSecond),
+                           Qt::UTC),
+                 fix.utc);
     }
 };
 

@@ -1,7 +1,6 @@
 #include "testsupport.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -34,37 +33,7 @@ private slots:
         QDateTime written = QDateTime::fromString(QString::fromLatin1(now), "yyyy/MM/dd HH:mm:ss");
         QVERIFY2(now.size() == 19 && written.secsTo(before) <= 1 && written.secsTo(after) >= 0,
                  now.constData());
-        QVERIFY(runKavro({"clock", "--help"}).out.startsWith("Usage: kavro clock PATH"));
     }
-
-    void unusableInput_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QString card = m_dir.path(), file = m_dir.filePath("kept.cfg");
-        QTest::newRow("February 30") << QStringList{"clock", card, "--at", "2026/02/30 12:00:00"};
-        QTest::newRow("hour 25") << QStringList{"clock", file, "--at", "2026/03/05 25:00:00"};
-        QTest::newRow("dashes") << QStringList{"clock", card, "--at", "2026-03-05 07:04:09"};
-        QTest::newRow("colons") << QStringList{"clock", card, "--at", "2026:03:05 07:04:09"};
-        QTest::newRow("--at without value") << QStringList{"clock", card, "--at"};
-        QTest::newRow("no path") << QStringList{"clock"};
-        QTest::newRow("two paths") << QStringList{"clock", card, file};
-        QTest::newRow("missing folder") << QStringList{"clock", m_dir.filePath("no/timeset.cfg")};
-        QTest::newRow("unknown option") << QStringList{"clock", card, "-o", file};
-    }
-
-    void unusableInput()
-    {
-        QFETCH(QStringList, arguments);
-        QString kept = m_dir.filePath("kept.cfg");
-        QVERIFY(writeFile(kept, "1999/01/01 00:00:00"));
-        QVERIFY(failedCleanly(runKavro(arguments), "kavro: clock"));
-        QCOMPARE(QDir(m_dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
-                 QStringList{"kept.cfg"});
-        QCOMPARE(readFile(kept), "1999/01/01 00:00:00");
-    }
-
-private:
-    QTemporaryDir m_dir;
 };
 
 QTEST_GUILESS_MAIN(TestCliClock)

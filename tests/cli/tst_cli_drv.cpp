@@ -48,33 +48,12 @@ private slots:
         QCOMPARE(lines[2].size(), lines[0].size());
         QCOMPARE(lines[1].indexOf("3724.5000") + 9, lines[0].indexOf("Latitude") + 8);
         QVERIFY(lines[2].endsWith("    9.8"));
-        QVERIFY(runKavro({"drv", "--help"}).out.startsWith("Usage: kavro drv FILE"));
 
         QString out = m_dir.filePath("records.csv");
         ToolResult toFile = runKavro({"drv", "--format", "csv", m_file, "-o", out});
         QCOMPARE(toFile.exitCode, 0);
         QVERIFY(toFile.out.isEmpty());
         QCOMPARE(readFile(out), Csv);
-    }
-
-    void unusableInput_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QString file = m_dir.filePath("kavro_000.drv");
-        QTest::newRow("no file") << QStringList{"drv"};
-        QTest::newRow("two files") << QStringList{"drv", file, file};
-        QTest::newRow("missing file") << QStringList{"drv", m_dir.filePath("missing.drv")};
-        QTest::newRow("folder") << QStringList{"drv", m_dir.path()};
-        QTest::newRow("unknown format") << QStringList{"drv", file, "--format", "json"};
-        QTest::newRow("unknown option") << QStringList{"drv", file, "--at", "x"};
-        QTest::newRow("-o into missing folder")
-            << QStringList{"drv", file, "-o", m_dir.filePath("no/such/out.csv")};
-    }
-
-    void unusableInput()
-    {
-        QFETCH(QStringList, arguments);
-        QVERIFY(failedCleanly(runKavro(arguments), "kavro: drv"));
     }
 
 private:

@@ -26,25 +26,6 @@ private slots:
                                           "ALWA_20240131_120000_F.avi", "notes.txt", "clip.avi"}));
     }
 
-    void unusableInput_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-
-        const QString card = m_card.path();
-        QTest::newRow("no folder") << QStringList{"list"};
-        QTest::newRow("two folders") << QStringList{"list", card, card};
-        QTest::newRow("missing folder") << QStringList{"list", card + "/nowhere"};
-        QTest::newRow("a file") << QStringList{"list", card + "/notes.txt"};
-        QTest::newRow("unknown option") << QStringList{"list", card, "--recursive"};
-        QTest::newRow("unknown format") << QStringList{"list", card, "--format", "xml"};
-    }
-
-    void unusableInput()
-    {
-        QFETCH(QStringList, arguments);
-        QVERIFY(failedCleanly(runKavro(arguments), "kavro: list"));
-    }
-
     void jsonRows()
     {
         ToolResult result = runKavro({"list", m_card.path(), "--format", "json"});
@@ -124,7 +105,6 @@ private slots:
         QCOMPARE(toFile.exitCode, 0);
         QVERIFY(toFile.out.isEmpty());
         QCOMPARE(readFile(target), runKavro({"list", m_card.path(), "--format", "json"}).out);
-        QVERIFY(runKavro({"list", "--help"}).out.startsWith("Usage: kavro list DIR"));
     }
 
 private:

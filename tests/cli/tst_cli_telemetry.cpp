@@ -4,7 +4,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
@@ -170,34 +169,11 @@ private slots:
         QVERIFY(closeTo(line[1][1].toDouble(), NorthLatitude));
     }
 
-    void failures_data()
+    void outputFile()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("missing file") << QStringList{"telemetry", "/nonexistent/x.avi"};
-        QTest::newRow("not AVI") << QStringList{"telemetry",
-                                                QFINDTESTDATA("tst_cli_telemetry.cpp")};
-        QTest::newRow("unknown format") << QStringList{"telemetry", "F", "--format", "xml"};
-        QTest::newRow("unknown option") << QStringList{"telemetry", "F", "--fast"};
-        QTest::newRow("no file") << QStringList{"telemetry"};
-        QTest::newRow("two files") << QStringList{"telemetry", "F", "F"};
-    }
-
-    void failures()
-    {
-        QFETCH(QStringList, arguments);
-        arguments.replaceInStrings(QRegularExpression("^F$"), m_recording);
-        QVERIFY(kavro::test::failedCleanly(runKavro(arguments), "kavro: telemetry"));
-    }
-
-    void helpAndOutputFile()
-    {
-        kavro::test::ToolResult result = runKavro({"telemetry", "--help"});
-        QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.out.contains("--format json|csv|gpx|geojson|kml"));
-
         const QString out = m_dir.filePath("route.kml");
         QVERIFY(kavro::test::writeFile(out, "old"));
-        result = runKavro({"telemetry", m_recording, "--format=kml", "-o", out});
+        const auto result = runKavro({"telemetry", m_recording, "--format=kml", "-o", out});
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.out, QByteArray());
         QCOMPARE(kavro::test::readFile(out), run("kml"));

@@ -138,24 +138,16 @@ private slots:
         QCOMPARE(KVRFlashData::readRecords(pipe).size(), std::size_t(expected));
     }
 
+    // The bytes of the export are checked through `kavro drv`; here what only the window does.
     void csvDocument()
     {
         KVRFlashData data;
-        data.setRecords({Example, Example, Example});
+        data.setRecords({Example, Example});
+        QVERIFY(data.csvDocument(QStringList(15, "T"))
+                    .startsWith("T,T,T,T,T,T,T,T,T,T,T,T,T,T,T\n1,17,2026/03/05,"));
         QTemporaryDir dir;
-        QString csv = dir.filePath("kavro_000.csv");
-        QVERIFY(data.doWriteCSVFile(csv));
-
-        QByteArray document = test::readFile(csv);
-        QVERIFY(document.endsWith('\n') && !document.contains('\r') && !document.contains('"'));
-        QList<QByteArray> lines = document.chopped(1).split('\n');
-        QCOMPARE(lines.size(), 4);
-        for (const QByteArray& line : lines)
-            QCOMPARE(line.count(',') + 1, 15);
-        QVERIFY(lines[3].startsWith("3,17,2026/03/05,"));
-        // Translated titles change the header line only.
-        QVERIFY(
-            data.csvDocument(QStringList(15, "T")).startsWith("T,T,T,T,T,T,T,T,T,T,T,T,T,T,T\n1,"));
+        QVERIFY(data.doWriteCSVFile(dir.filePath("kavro_000.csv")));
+        QCOMPARE(test::readFile(dir.filePath("kavro_000.csv")).count('\n'), 3);
         QVERIFY(!data.doWriteCSVFile(dir.filePath("no/such/folder/out.csv")));
     }
 

@@ -14,24 +14,17 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("key");   // empty: accepted
         QTest::addColumn<double>("number"); // what the page stores, / 100, when accepted
-        const char* range = "msg.gsensor_outofrange_fmt";
-        const char* format = "msg.input_value_invalid_format";
-        const struct
-        {
-            const char *text, *key;
-            double number;
-        } rows[] = {
-            {"", "", 0},           {"0.05", "", 0.05}, // lower bound
-            {"1.5", "", 1.5},                          // upper bound
-            {"0.29abc", "", 0.29}, {" \t+0.7", "", 0.7}, {".5", "", 0.5},    {"25E-2", "", 0.25},
-            {"1e", "", 1.0}, // dangling exponent
-            {"0.049", range, 0},   {"1.51", range, 0},   {"-0.5", range, 0}, {"1e999", range, 0},
-            {"1e-999", range, 0},  {"0,5", range, 0}, // the comma stops the number
-            {"a0.5", format, 0},   {"   ", format, 0},   {".", format, 0},   {"-", format, 0},
-            {"inf", format, 0},
-        };
-        for (const auto& r : rows)
-            QTest::newRow(r.text) << QString(r.text) << QString(r.key) << r.number;
+        // Accepted, with the bounds, trailing letters, blanks, exponents and a dangling "e".
+        const std::pair<const char*, double> accepted[] = {
+            {"", 0},          {"0.05", 0.05}, {"1.5", 1.5},    {"0.29abc", 0.29},
+            {" \t+0.7", 0.7}, {".5", 0.5},    {"25E-2", 0.25}, {"1e", 1.0}};
+        for (const auto& [text, number] : accepted)
+            QTest::newRow(*text ? text : "empty") << QString(text) << QString() << number;
+        // A comma stops the number, so "0,5" is 0.
+        for (const char* text : {"0.049", "1.51", "-0.5", "1e999", "1e-999", "0,5"})
+            QTest::newRow(text) << QString(text) << "msg.gsensor_outofrange_fmt" << 0.0;
+        for (const char* text : {"a0.5", "   ", ".", "-", "inf"})
+            QTest::newRow(text) << QString(text) << "msg.input_value_invalid_format" << 0.0;
     }
 
     void gsensorThreshold()

@@ -6,13 +6,14 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtEndian>
 #include <QtTest>
 
 #include <cstring>
 
 using kavro::KVRAviWriter;
 using kavro::KVRBlackBoxData;
+using kavro::test::setU32;
+using kavro::test::u32At;
 using Times = QList<std::uint32_t>;
 
 namespace {
@@ -53,14 +54,6 @@ bool writeRecording(const QString& path, const QList<QByteArray>& telemetry, boo
     return writer.close() && ok;
 }
 
-std::uint32_t u32At(const QByteArray& bytes, qsizetype at)
-{
-    return qFromLittleEndian<std::uint32_t>(bytes.constData() + at);
-}
-void setU32(QByteArray& bytes, qsizetype at, std::uint32_t value)
-{
-    qToLittleEndian(value, bytes.data() + at);
-}
 qsizetype indexStart(const QByteArray& file)
 {
     return 14148 + qsizetype(u32At(file, 14136));

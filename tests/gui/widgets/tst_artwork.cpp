@@ -1,8 +1,6 @@
 #include "widgets/ninepartlayer.h"
 #include "widgets/tkimage.h"
 
-#include <QDir>
-#include <QPainter>
 #include <QTest>
 
 using kavro::NinePartLayer;
@@ -99,39 +97,6 @@ private slots:
             QCOMPARE(layer.image(NinePartLayer::TopEdgeFill).size().height(), corner.height());
             QCOMPARE(layer.image(NinePartLayer::LeftEdgeFill).size().width(), corner.width());
         }
-    }
-
-    // A contact sheet of all the artwork on the window's dark background, at 1x and 2x, for a
-    // person to look at: written to KAVRO_ARTWORK_SHEET or the temporary folder.
-    void contactSheet()
-    {
-        const QStringList names = namesUsedByTheMainWindow();
-        const int cell = 176, columns = 8;
-        const int rows = int((names.size() + columns - 1) / columns);
-        QImage sheet(columns * cell, rows * cell, QImage::Format_RGB32);
-        sheet.fill(QColor(0x15, 0x17, 0x1a));
-        QPainter painter(&sheet);
-        painter.setPen(QColor(0x80, 0x88, 0x90));
-        QFont font = painter.font();
-        font.setPixelSize(10);
-        painter.setFont(font);
-        for (int i = 0; i < names.size(); ++i) {
-            const TKImage image = TKImage::named(names[i]);
-            const QPoint origin((i % columns) * cell + 4, (i / columns) * cell + 18);
-            const QSize size = image.size().boundedTo(QSize(cell / 2 - 8, cell - 40));
-            image.draw(&painter, QRectF(origin, size));
-            const QPixmap twice = image.pixmap(2);
-            painter.drawPixmap(QRect(origin + QPoint(cell / 2 - 4, 0),
-                                     twice.size().boundedTo(QSize(cell / 2, cell - 40))),
-                               twice);
-            painter.drawText(origin - QPoint(0, 6), names[i]); // the name above its pictures
-        }
-        painter.end();
-        const QString path = qEnvironmentVariableIsSet("KAVRO_ARTWORK_SHEET")
-                                 ? qEnvironmentVariable("KAVRO_ARTWORK_SHEET")
-                                 : QDir::temp().filePath(QStringLiteral("kavro-artwork.png"));
-        QVERIFY(sheet.save(path));
-        qInfo("artwork sheet: %s", qPrintable(path));
     }
 };
 

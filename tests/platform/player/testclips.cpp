@@ -1,7 +1,7 @@
 #include "testclips.h"
+#include "testsupport.h"
 
 #include <QDir>
-#include <QProcess>
 
 namespace kavro::test {
 
@@ -9,15 +9,12 @@ namespace {
 
 bool runFfmpeg(const QStringList& arguments, QString* error)
 {
-    QProcess ffmpeg;
-    ffmpeg.start("ffmpeg", QStringList{"-hide_banner", "-loglevel", "error", "-y"} + arguments);
-    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitStatus() != QProcess::NormalExit ||
-        ffmpeg.exitCode() != 0) {
-        *error = "ffmpeg failed: " + ffmpeg.errorString() + " " +
-                 QString::fromLocal8Bit(ffmpeg.readAllStandardError());
-        return false;
-    }
-    return true;
+    const ToolResult ffmpeg =
+        runProgram("ffmpeg", QStringList{"-hide_banner", "-loglevel", "error", "-y"} + arguments);
+    if (!ffmpeg.crashed && ffmpeg.exitCode == 0)
+        return true;
+    *error = "ffmpeg failed: " + QString::fromLocal8Bit(ffmpeg.err);
+    return false;
 }
 
 } // namespace
