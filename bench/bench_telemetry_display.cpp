@@ -1,6 +1,6 @@
 // The telemetry display on the main thread while a 60-second simulator recording plays in the
 // real window offscreen: the cost of one position update (fields, graph cursor, map call),
-// median and worst. Then the viewer's start-up, launched as a process: time to the first shown
+// median and worst. Then the viewer's start-up, launched as kavro-viewer: time to the first painted
 // window and to the map page's load finished, median of five, against `cvlc --version` timed in
 // the same run.
 
@@ -22,7 +22,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
@@ -85,54 +84,38 @@ bool waitFor(const std::function<bool()>& done, int timeoutMs)
     return true;
 }
 
-// The child of the start-up measurement: says "shown" and "map" on stdout as they happen.
-int startupChild(int argc, char** argv)
-{
-    QApplication app(argc, argv);
-    initImageResources();
-    KVRAppDelegate delegate;
-    delegate.applicationDidFinishLaunching();
-    delegate.window()->show();
-    waitFor(
-        [&] {
-            return delegate.window()->windowHandle() &&
-                   delegate.window()->windowHandle()->isExposed();
-        },
-        WaitMs);
-    std::printf("shown\n");
-    std::fflush(stdout);
-    waitFor([&] { return delegate.mapWebView()->isPageReady(); }, WaitMs);
-    std::printf("map\n");
-    std::fflush(stdout);
-    return 0;
-}
-
 struct StartupTimes
 {
     double shownMs = 0;
     double mapMs = 0;
 };
 
-std::optional<StartupTimes> launchOnce(const QString& program)
+// Launches kavro-viewer itself, with preferences of its own, and times the lines it logs when
+// its window is first painted and when its map page has loaded.
+std::optional<StartupTimes> launchViewerOnce(const QString& configHome)
 {
-    QProcess child;
-    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    QProcess viewer;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), configHome);
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("kavro.app.info=true"));
+    viewer.setProcessEnvironment(environment);
+    viewer.setProcessChannelMode(QProcess::MergedChannels);
     QElapsedTimer timer;
     timer.start();
-    child.start(program, {QStringLiteral("--startup-child")});
+    viewer.start(QStringLiteral(KAVRO_VIEWER_PATH), QStringList());
     StartupTimes times;
     QByteArray seen;
-    while (child.waitForReadyRead(WaitMs)) {
-        seen += child.readAll();
-        if (times.shownMs == 0 && seen.contains("shown\n"))
-            times.shownMs = double(timer.nsecsElapsed()) / 1e6;
-        if (seen.contains("map\n")) {
-            times.mapMs = double(timer.nsecsElapsed()) / 1e6;
-            break;
-        }
+    while (times.mapMs == 0 && viewer.waitForReadyRead(WaitMs)) {
+        seen += viewer.readAll();
+        const double now = double(timer.nsecsElapsed()) / 1e6;
+        if (times.shownMs == 0 && seen.contains("window shown"))
+            times.shownMs = now;
+        if (seen.contains("map page ready"))
+            times.mapMs = now;
     }
-    child.waitForFinished(WaitMs);
-    if (times.mapMs == 0)
+    viewer.kill();
+    viewer.waitForFinished(WaitMs);
+    if (times.shownMs == 0 || times.mapMs == 0)
         return std::nullopt;
     return times;
 }
@@ -206,10 +189,6 @@ int measureUpdates()
 
 int main(int argc, char** argv)
 {
-    for (int i = 1; i < argc; ++i) {
-        if (QByteArray(argv[i]) == "--startup-child")
-            return startupChild(argc, argv);
-    }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     if (qEnvironmentVariableIsEmpty("KAVRO_VLC_ARGS"))
         qputenv("KAVRO_VLC_ARGS", "--aout=dummy");
@@ -223,8 +202,8 @@ int main(int argc, char** argv)
 
     std::vector<double> shown, map, cvlc;
     for (int run = 0; run < StartupRuns; ++run) {
-        const std::optional<StartupTimes> times =
-            launchOnce(QCoreApplication::applicationFilePath());
+        const QTemporaryDir configHome;
+        const std::optional<StartupTimes> times = launchViewerOnce(configHome.path());
         if (!times)
             return fail("the viewer did not start");
         shown.push_back(times->shownMs);

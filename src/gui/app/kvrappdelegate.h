@@ -102,6 +102,7 @@ private:
     KVRTelemetryDisplay* m_telemetryDisplay = nullptr;
     QStringList m_columnNames;
     bool m_died = false;
+    bool m_windowPainted = false;
 };
 
 } // namespace kavro
