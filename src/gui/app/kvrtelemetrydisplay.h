@@ -68,7 +68,7 @@ public:
     // One decimal of the value as read, in single precision.
     static QString hdopText(double hdop);
     static QString satelliteText(std::uint32_t count);
-    // "37.558333° N  126.990000° W": decimal degrees with the hemispheres as letters.
+    // "37.558333° N   126.990000° W": decimal degrees with the hemispheres as letters.
     static QString positionText(double latitude, double longitude);
 
 private:
