@@ -1,6 +1,6 @@
 #include "commandline.h"
 
-#include "common/atomicfile.h"
+#include "common/outputfile.h"
 
 #include <cstdio>
 
@@ -75,10 +75,15 @@ std::optional<QString> CommandLine::format(const QStringList& allowed)
     return chosen;
 }
 
+void note(const QString& message)
+{
+    const QByteArray line = "kavro: " + message.simplified().toUtf8() + '\n';
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+}
+
 int fail(const QString& message)
 {
-    QByteArray line = "kavro: " + message.simplified().toUtf8() + '\n';
-    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+    note(message);
     return ExitUsage;
 }
 
@@ -95,8 +100,9 @@ int writeOutput(const CommandLine& line, const QByteArray& output)
 {
     if (std::optional<QString> path = line.value("-o")) {
         QString error;
-        if (!writeFileAtomically(*path, output, &error))
-            return fail(QStringLiteral("%1: cannot write %2: %3").arg(line.command(), *path, error));
+        if (!writeFile(*path, output, &error))
+            return fail(
+                QStringLiteral("%1: cannot write %2: %3").arg(line.command(), *path, error));
         return ExitOk;
     }
     if (std::fwrite(output.constData(), 1, static_cast<size_t>(output.size()), stdout) !=

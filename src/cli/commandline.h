@@ -50,6 +50,9 @@ private:
 // Prints "kavro: <message>" as one line on stderr and returns ExitUsage.
 int fail(const QString& message);
 
+// Prints "kavro: <message>" as one line on stderr, for what a script may want to know.
+void note(const QString& message);
+
 // Prints the help text on stdout and returns ExitOk.
 int printHelp(const QString& text);
 

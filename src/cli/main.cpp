@@ -7,7 +7,7 @@ using namespace kavro::cli;
 
 namespace {
 
-const char* const ToolHelp = R"(Usage: kavro COMMAND [ARGUMENTS] [-o FILE]
+const char* const ToolHelp = R"(Usage: kavro COMMAND [ARGUMENTS]
 
 Reads and writes the files of the KAVRO dash camera and its card.
 
@@ -20,7 +20,8 @@ Commands:
   drv FILE [--format csv|text]                           drive records of a .drv file
   clock PATH [--at "YYYY/MM/DD HH:MM:SS"]                write timeset.cfg
 
-Every command takes --help, and -o FILE to write its output to a file.
+Every command takes --help. The commands that print (telemetry, list, config show, drv) take
+-o FILE to write their output to a file instead; "-o -" is standard output.
 Exit status: 0 on success, 2 on unusable input (with one line on stderr).)";
 
 } // namespace

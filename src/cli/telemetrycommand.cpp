@@ -12,7 +12,7 @@ namespace kavro::cli {
 namespace {
 
 const char* const TelemetryHelp =
-    R"(Usage: kavro telemetry FILE [--format json|csv|gpx|geojson|kml] [-o OUT]
+    R"(Usage: kavro telemetry FILE [--format json|csv|gpx|geojson|kml] [--recover] [-o OUT]
 
 Reads the G-sensor samples and GPS records stored in a recording of the camera.
 
@@ -27,6 +27,11 @@ Formats:
   kml      the route as a KML 2.2 LineString placemark
 
 Route points whose position is not a place on earth are left out.
+
+--recover  a recording cut short by a power loss has no index (the camera writes it last), so
+           its telemetry is not found; with --recover such a file is read chunk by chunk up to
+           its last whole chunk, and a line on stderr says so. Files with an index are read
+           through it either way.
 Exit status: 0 on success, 2 when FILE cannot be read or is not RIFF/AVI.)";
 
 } // namespace
@@ -34,7 +39,7 @@ Exit status: 0 on success, 2 when FILE cannot be read or is not RIFF/AVI.)";
 int runTelemetryCommand(const QStringList& arguments)
 {
     CommandLine line("telemetry", arguments);
-    if (!line.parse({"-o", "--format"}))
+    if (!line.parse({"-o", "--format"}, {"--recover"}))
         return fail(line.error());
     if (line.helpRequested())
         return printHelp(TelemetryHelp);
@@ -46,6 +51,7 @@ int runTelemetryCommand(const QStringList& arguments)
 
     const QString path = line.positional().first();
     KVRBlackBoxData store;
+    store.setRecoverCutShort(line.has("--recover"));
     if (!store.ExtractStreamInformation(path)) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
@@ -53,6 +59,10 @@ int runTelemetryCommand(const QStringList& arguments)
                 QStringLiteral("telemetry: cannot open %1: %2").arg(path, file.errorString()));
         return fail(QStringLiteral("telemetry: %1 is not a RIFF/AVI file").arg(path));
     }
+
+    if (store.recovered())
+        note(QStringLiteral("telemetry: %1 has no index; recovered from a recording cut short")
+                 .arg(path));
 
     const QString name = QFileInfo(path).fileName();
     QByteArray output;

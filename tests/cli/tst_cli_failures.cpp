@@ -4,6 +4,7 @@
 #include "testsupport.h"
 
 #include <QDirIterator>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -84,6 +85,10 @@ private slots:
         row("drv: unknown format", {"drv", "@/kavro_000.drv", "--format", "json"});
         row("drv: unknown option", {"drv", "@/kavro_000.drv", "--at", "x"});
         row("drv: -o into missing folder", {"drv", "@/kavro_000.drv", "-o", "@/no/out.csv"});
+        // Every printing command shares one writer; a folder is never replaced by a file.
+        row("telemetry: -o a folder", {"telemetry", "@/rec.avi", "-o", "@"});
+        row("list: -o a folder", {"list", "@", "-o", "@"});
+        row("config: show -o a folder", {"config", "show", "@/record.bin", "-o", "@"});
 
         row("clock: February 30", {"clock", "@", "--at", "2026/02/30 12:00:00"});
         row("clock: hour 25", {"clock", "@/kept.cfg", "--at", "2026/03/05 25:00:00"});
@@ -147,6 +152,33 @@ private slots:
         arguments.replaceInStrings("@", m_dir.path());
         QVERIFY(test::failedCleanly(test::runKavro(arguments), prefix));
         QCOMPARE(folderContent(), m_files);
+    }
+
+    // "-o -" and the names of descriptors the process holds write through that descriptor, so
+    // that a shell's ">>" still appends; nothing is created or renamed in their place.
+    void outputThroughHeldDescriptor_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("-") << "-";
+        QTest::newRow("/proc/self/fd/1") << "/proc/self/fd/1";
+        QTest::newRow("/dev/fd/1") << "/dev/fd/1";
+    }
+
+    void outputThroughHeldDescriptor()
+    {
+        QFETCH(QString, target);
+        const QString log = m_dir.filePath("out.log");
+        QVERIFY(test::writeFile(log, "earlier line\n"));
+        QProcess process;
+        process.setStandardOutputFile(log, QIODevice::Append);
+        process.start(QStringLiteral(KAVRO_TOOL_PATH),
+                      {"config", "show", m_dir.filePath("record.bin"), "-o", target});
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitCode(), 0);
+        const QByteArray written = test::readFile(log);
+        QVERIFY(written.startsWith("earlier line\n{"));
+        QCOMPARE(QDir(m_dir.path()).entryList(QDir::Files).size(), m_files.size() + 1);
+        QVERIFY(QFile::remove(log));
     }
 
     void help()

@@ -2,8 +2,8 @@
 
 #include "cardlog.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "common/outputfile.h"
+
 #include <QRegularExpression>
 
 #include <cstdio>
@@ -42,16 +42,8 @@ std::optional<std::pair<QDate, QTime>> parseTimeSetText(const QString& text)
 
 bool doWriteConfigFile(const QString& path, const QByteArray& text, QString* error)
 {
-    QFile file(path);
     QString reason;
-    // Read-write opens without truncating and creates a missing file; write-only would truncate.
-    if (QFileInfo(path).isDir())
-        reason = QStringLiteral("is a folder");
-    else if (!file.open(QIODevice::ReadWrite))
-        reason = file.errorString();
-    else if (file.write(text) != text.size() || !file.flush())
-        reason = file.errorString();
-    if (reason.isEmpty())
+    if (writeFile(path, text, &reason, OutputFile::Rule::KeepTail))
         return true;
     qCDebug(lcCard, "cannot write %s: %s", qUtf8Printable(path), qUtf8Printable(reason));
     if (error)

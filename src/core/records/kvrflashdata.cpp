@@ -1,6 +1,6 @@
 #include "kvrflashdata.h"
 
-#include "common/atomicfile.h"
+#include "common/outputfile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -129,7 +129,7 @@ QByteArray KVRFlashData::csvDocument(const QStringList& titles) const
 bool KVRFlashData::doWriteCSVFile(const QString& path, const QStringList& titles,
                                   QString* error) const
 {
-    return writeFileAtomically(path, csvDocument(titles), error);
+    return writeFile(path, csvDocument(titles), error);
 }
 
 } // namespace kavro

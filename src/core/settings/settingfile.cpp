@@ -1,6 +1,6 @@
 #include "settingfile.h"
 
-#include "common/atomicfile.h"
+#include "common/outputfile.h"
 #include "common/preferences.h"
 
 #include <QFile>
@@ -95,7 +95,9 @@ bool readSettingFile(const QString& path, _FILEDATA& record)
 std::optional<QString> writeSettingFile(const _FILEDATA& record, const QString& path)
 {
     QString error;
-    if (!writeFileAtomically(path, fileDataBytes(record), &error)) {
+    // A card that loop recording filled has no room for a temporary copy; the file keeps its
+    // size, so it is then overwritten in place and read back.
+    if (!writeFile(path, fileDataBytes(record), &error, OutputFile::Rule::ReplaceOrOverwrite)) {
         qCDebug(lcSettings) << "cannot write" << path << ":" << error;
         return QString::fromLatin1(FileOpenFailKey);
     }

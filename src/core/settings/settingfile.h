@@ -23,7 +23,9 @@ void makeDefaultFileData(_FILEDATA& record);
 bool readSettingFile(const QString& path, _FILEDATA& record);
 
 // Writes the record as it is (prepare it first). The old file is replaced only once the new one
-// is complete, so a failed write leaves it intact. Returns FileOpenFailKey on failure.
+// is complete, so a failed write leaves it intact; where the card has no room for the new one, the
+// old one is overwritten in place and read back. File and folder are synced before it returns,
+// since people pull the card right after. Returns FileOpenFailKey on failure.
 std::optional<QString> writeSettingFile(const _FILEDATA& record, const QString& path);
 
 // The defaults, written exactly as makeDefaultFileData leaves them (checksum 0).

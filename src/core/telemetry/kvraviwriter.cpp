@@ -3,7 +3,7 @@
 #include "aviformat.h"
 #include "telemetrylog.h"
 
-#include <QSaveFile>
+#include "common/outputfile.h"
 #include <QtEndian>
 
 #include <algorithm>
@@ -126,7 +126,8 @@ std::uint32_t clamp32(std::uint64_t value)
 struct KVRAviWriter::Private
 {
     Layout layout;
-    QSaveFile file;
+    OutputFile file;
+    QString path;
     QString error;
     bool isOpen = false;
     bool failed = false;
@@ -319,8 +320,7 @@ QByteArray KVRAviWriter::Private::header() const
 // Removes the temporary file and closes it, so that the writer can open another.
 void KVRAviWriter::Private::discard()
 {
-    file.cancelWriting();
-    file.commit();
+    file.cancel();
 }
 
 bool KVRAviWriter::Private::fail(const QString& message)
@@ -333,8 +333,8 @@ bool KVRAviWriter::Private::fail(const QString& message)
 
 bool KVRAviWriter::Private::write(const QByteArray& bytes)
 {
-    if (file.write(bytes) != bytes.size())
-        return fail(QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString()));
+    if (!file.write(bytes))
+        return fail(QStringLiteral("cannot write %1: %2").arg(path, file.errorString()));
     return true;
 }
 
@@ -406,8 +406,8 @@ bool KVRAviWriter::open(const QString& path)
     d->failed = false;
     d->stats = {};
     d->index.clear();
-    d->file.setFileName(path);
-    if (!d->file.open(QIODevice::WriteOnly)) {
+    d->path = path;
+    if (!d->file.open(path)) {
         d->error = QStringLiteral("cannot create %1: %2").arg(path, d->file.errorString());
         return false;
     }
@@ -470,8 +470,7 @@ bool KVRAviWriter::close()
         return false;
     }
     if (!d->file.commit()) {
-        d->error =
-            QStringLiteral("cannot save %1: %2").arg(d->file.fileName(), d->file.errorString());
+        d->error = QStringLiteral("cannot save %1: %2").arg(d->path, d->file.errorString());
         return false;
     }
     return true;

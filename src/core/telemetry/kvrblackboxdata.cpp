@@ -1,8 +1,8 @@
 #include "kvrblackboxdata.h"
 
+#include "recordingfile.h"
 #include "telemetrylog.h"
 
-#include <QFile>
 #include <QtEndian>
 
 #include <algorithm>
@@ -10,82 +10,24 @@
 #include <cstring>
 #include <thread>
 
-#ifdef Q_OS_UNIX
-#include <cerrno>
-#include <unistd.h>
-#endif
-
 namespace kavro {
 
 namespace {
 
-// The index is read in blocks rather than entry by entry; the walk over it is the same.
+// The index is read in blocks rather than entry by entry; the walk over it is the same. The
+// chunk walk reads less ahead: most of what lies between two chunk headers is video.
 constexpr qint64 IndexBlockSize = 64 * 1024;
-
-class RecordingFile
-{
-public:
-    explicit RecordingFile(const QString& path) : m_file(path) {}
-
-    bool open()
-    {
-        if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-            return false;
-        m_size = std::uint64_t(m_file.size());
-        return true;
-    }
-    std::uint64_t size() const { return m_size; }
-
-    // Reads up to length bytes at offset; returns how many were really there.
-    qint64 readAt(std::uint64_t offset, void* target, qint64 length)
-    {
-        if (offset >= m_size)
-            return 0;
-#ifdef Q_OS_UNIX
-        // One call instead of a seek and a read: the walk reads thousands of small records.
-        qint64 got = 0;
-        while (got < length) {
-            const ssize_t n = ::pread(m_file.handle(), static_cast<char*>(target) + got,
-                                      std::size_t(length - got), off_t(offset + got));
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0)
-                break;
-            got += n;
-        }
-        return got;
-#else
-        if (!m_file.seek(qint64(offset)))
-            return 0;
-        return std::max<qint64>(0, m_file.read(static_cast<char*>(target), length));
-#endif
-    }
-
-    // The 16 bytes of the index entry at offset, or fewer where the file ends.
-    qint64 entryAt(std::uint64_t offset, const char** entry)
-    {
-        const std::uint64_t end = m_blockStart + std::uint64_t(m_block.size());
-        if (offset < m_blockStart || offset + avi::IndexEntrySize > end) {
-            m_block.resize(IndexBlockSize);
-            const qint64 got = readAt(offset, m_block.data(), IndexBlockSize);
-            m_block.resize(got);
-            m_blockStart = offset;
-        }
-        *entry = m_block.constData() + (offset - m_blockStart);
-        return std::min<qint64>(avi::IndexEntrySize,
-                                m_block.size() - qint64(offset - m_blockStart));
-    }
-
-private:
-    QFile m_file;
-    std::uint64_t m_size = 0;
-    QByteArray m_block;
-    std::uint64_t m_blockStart = 0;
-};
+constexpr qint64 ChunkBlockSize = 4 * 1024;
 
 std::uint32_t u32At(const char* bytes)
 {
     return qFromLittleEndian<std::uint32_t>(bytes);
+}
+
+// Chunk ids are four printable characters ("00dc", "01wb", "02sb", "JUNK").
+bool isChunkId(const char* id)
+{
+    return std::all_of(id, id + 4, [](char c) { return c >= 0x20 && c < 0x7f; });
 }
 
 } // namespace
@@ -101,57 +43,110 @@ bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
         std::memcmp(head, "RIFF", 4) != 0 || std::memcmp(head + 8, "AVI ", 4) != 0)
         return false;
     const std::uint64_t riffEnd = std::uint64_t(u32At(head + 4)) + 8;
-    const std::uint64_t fileSize = file.size();
 
     char sizeField[4];
-    std::uint64_t next = 0; // file offset of the next index entry
+    std::uint64_t next = file.size(); // too short to hold an index
     if (file.readAt(avi::MoviListSizeOffset, sizeField, 4) == 4) {
         const std::uint32_t listSize = u32At(sizeField);
         next = std::uint64_t(avi::IndexStartOffset) + listSize;
         qCDebug(lcTelemetry, "Listmovsize=0x%x IdxAddr=0x%llx", listSize,
                 static_cast<unsigned long long>(next));
-    } else {
-        next = fileSize; // too short to hold an index
     }
 
-    // Each pass consumes one 16-byte entry, so the walk ends at the file's end at the latest.
-    for (;;) {
-        const char* entry = nullptr;
-        if (file.entryAt(next, &entry) < qint64(avi::IndexEntrySize))
-            break; // the last entry is cut off by the end of the file
-        qint64 lastRead = 4;
-        if (std::memcmp(entry, avi::TelemetryChunkId, 4) == 0) {
-            const std::uint32_t offset = u32At(entry + 8);
-            const std::uint32_t size = u32At(entry + 12);
-            const std::uint64_t data = std::uint64_t(avi::ChunkDataOffset) + offset;
-            if (size > avi::GSensorChunkMaxSize) {
-                _AVI_GPS_DATA_T record;
-                std::memset(&record, 0, sizeof record);
-                lastRead = file.readAt(data, &record, sizeof record);
-                readGpsRecord(record);
-            } else {
-                _AVI_GSENSOR_DATA_T record;
-                std::memset(&record, 0, sizeof record);
-                lastRead = file.readAt(data, &record, sizeof record);
-                if (lastRead == sizeof record)
-                    readGSensorRecord(record);
-            }
-        }
-        next += avi::IndexEntrySize;
-        if (next > riffEnd || lastRead < 1 || fileSize <= next)
-            break;
-        if (atLimit()) {
-            m_limitReached = true;
-            qCWarning(lcTelemetry, "%s: more telemetry than a recording can hold; read stopped",
-                      qUtf8Printable(path));
-            break;
-        }
+    if (m_recoverCutShort && !hasIndexAt(file, next - 8)) {
+        m_recovered = true;
+        qCDebug(lcTelemetry, "%s has no index: recovering from the movi chunks",
+                qUtf8Printable(path));
+        walkMoviChunks(file, path);
+    } else {
+        walkIndex(file, next, riffEnd, path);
     }
 
     if (m_waitAfterReading)
         std::this_thread::sleep_for(std::chrono::seconds(1));
     mergeGpsIntoSamples();
     qCDebug(lcTelemetry, "#############################  FINISH");
+    return true;
+}
+
+bool KVRBlackBoxData::hasIndexAt(RecordingFile& file, std::uint64_t offset)
+{
+    char id[8];
+    return file.readAt(offset, id, sizeof id) == sizeof id && std::memcmp(id, "idx1", 4) == 0;
+}
+
+void KVRBlackBoxData::walkIndex(RecordingFile& file, std::uint64_t next, std::uint64_t riffEnd,
+                                const QString& path)
+{
+    // Each pass consumes one 16-byte entry, so the walk ends at the file's end at the latest.
+    for (;;) {
+        const char* entry = nullptr;
+        if (file.bytesAt(next, avi::IndexEntrySize, IndexBlockSize, &entry) <
+            qint64(avi::IndexEntrySize))
+            break; // the last entry is cut off by the end of the file
+        qint64 lastRead = 4;
+        if (std::memcmp(entry, avi::TelemetryChunkId, 4) == 0)
+            lastRead = readTelemetryChunk(
+                file, std::uint64_t(avi::ChunkDataOffset) + u32At(entry + 8), u32At(entry + 12));
+        next += avi::IndexEntrySize;
+        if (next > riffEnd || lastRead < 1 || file.size() <= next || stopAtLimit(path))
+            break;
+    }
+}
+
+// The camera writes its chunks one after another into the movi list: id, size, data padded to
+// an even length. Only chunks whose data is wholly present are taken; anything that is not a
+// chunk header (the zeros of a placeholder, the index) ends the walk.
+void KVRBlackBoxData::walkMoviChunks(RecordingFile& file, const QString& path)
+{
+    std::uint64_t offset = std::uint64_t(avi::MoviTypeOffset) + 4;
+    for (;;) {
+        const char* header = nullptr;
+        if (file.bytesAt(offset, 8, ChunkBlockSize, &header) < 8)
+            break;
+        if (std::memcmp(header, "LIST", 4) == 0) {
+            offset += 12; // step into a "rec " list
+            continue;
+        }
+        if (!isChunkId(header) || std::memcmp(header, "idx1", 4) == 0)
+            break;
+        const std::uint32_t size = u32At(header + 4);
+        const std::uint64_t data = offset + 8;
+        if (data + size > file.size())
+            break; // cut off by the end of the file
+        if (std::memcmp(header, avi::TelemetryChunkId, 4) == 0)
+            readTelemetryChunk(file, data, size);
+        offset = data + size + (size & 1);
+        if (stopAtLimit(path))
+            break;
+    }
+}
+
+qint64 KVRBlackBoxData::readTelemetryChunk(RecordingFile& file, std::uint64_t data,
+                                           std::uint32_t size)
+{
+    if (size > avi::GSensorChunkMaxSize) {
+        _AVI_GPS_DATA_T record;
+        std::memset(&record, 0, sizeof record);
+        const qint64 read = file.readAt(data, &record, sizeof record);
+        readGpsRecord(record);
+        return read;
+    }
+    _AVI_GSENSOR_DATA_T record;
+    std::memset(&record, 0, sizeof record);
+    const qint64 read = file.readAt(data, &record, sizeof record);
+    if (read == sizeof record)
+        readGSensorRecord(record);
+    return read;
+}
+
+bool KVRBlackBoxData::stopAtLimit(const QString& path)
+{
+    if (!atLimit())
+        return false;
+    m_limitReached = true;
+    qCWarning(lcTelemetry, "%s: more telemetry than a recording can hold; read stopped",
+              qUtf8Printable(path));
     return true;
 }
 
@@ -251,6 +246,7 @@ void KVRBlackBoxData::clear()
     m_vGpsRecordIndex.clear();
     m_gpsRecords.clear();
     m_limitReached = false;
+    m_recovered = false;
 }
 
 std::uint64_t KVRBlackBoxData::frameCount() const

@@ -13,6 +13,8 @@
 
 namespace kavro {
 
+class RecordingFile;
+
 // The telemetry of one recording: G-sensor samples and GPS records read through the AVI index,
 // the NMEA fix after every sentence, and per sample the GPS record in force at its time.
 // Extraction is not thread-safe; nothing may read the lists while it runs.
@@ -53,6 +55,15 @@ public:
     // Samples less one, at least 1.
     std::uint64_t frameCount() const;
 
+    // A recording cut short by a power loss has no index (the camera writes it last). With
+    // recovery on, such a file's telemetry is read by walking the chunks of its movi list in file
+    // order instead, up to the last whole chunk present. A file with an index is always read
+    // through it.
+    void setRecoverCutShort(bool recover) { m_recoverCutShort = recover; }
+    bool recoverCutShort() const { return m_recoverCutShort; }
+    // True when the last extraction found no index and recovered the telemetry by the walk.
+    bool recovered() const { return m_recovered; }
+
     // The player's opening sequence waits a second after reading; nobody else needs to.
     void setWaitAfterReading(bool wait) { m_waitAfterReading = wait; }
     bool waitAfterReading() const { return m_waitAfterReading; }
@@ -73,6 +84,13 @@ public:
 
 private:
     bool atLimit();
+    bool stopAtLimit(const QString& path);
+    static bool hasIndexAt(RecordingFile& file, std::uint64_t offset);
+    void walkIndex(RecordingFile& file, std::uint64_t next, std::uint64_t riffEnd,
+                   const QString& path);
+    void walkMoviChunks(RecordingFile& file, const QString& path);
+    // Reads the record of one "02sb" chunk; returns the bytes read.
+    qint64 readTelemetryChunk(RecordingFile& file, std::uint64_t data, std::uint32_t size);
     void readGpsRecord(const _AVI_GPS_DATA_T& record);
     void readGSensorRecord(const _AVI_GSENSOR_DATA_T& record);
     void mergeGpsIntoSamples();
@@ -87,6 +105,8 @@ private:
     Limits m_limits;
     bool m_limitReached = false;
     bool m_waitAfterReading = false;
+    bool m_recoverCutShort = false;
+    bool m_recovered = false;
 };
 
 } // namespace kavro

@@ -1,6 +1,7 @@
 #include "kvrappdelegate.h"
 
 #include "applog.h"
+#include "card/alertsheet.h"
 #include "common/preferences.h"
 #include "customwindow.h"
 #include "kvrloadingcontroller.h"
@@ -22,8 +23,10 @@
 #include "widgets/tkthreepartimageview.h"
 #include "widgets/tkvideobackgroundimageview.h"
 
+#include <QDir>
 #include <QEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
@@ -130,6 +133,7 @@ void KVRAppDelegate::setupInitialValues()
     connect(m_window.get(), &CustomWindow::isFullScreenChanged, m_layout,
             &KVRWindowLayout::layoutWindow);
     m_ui.backgroundBox->installEventFilter(this);
+    m_ui.videoContainerView->installEventFilter(this);
 
     m_layout->setRightViewMode(KVRWindowLayout::MediaListMode);
     m_layout->updateSideViewButton();
@@ -325,7 +329,39 @@ void KVRAppDelegate::openMediaDirectory(const QString& path)
     qCInfo(lcApp) << "opening" << path;
     // The old rows go with their folder, and so does the recording playing from it.
     m_engine->clearCurrentRecording();
+    m_ui.mediaListTableView->setEmptyText(QString());
     m_mediaList->setDirectoryPath(path);
+}
+
+void KVRAppDelegate::openPathFromCommandLine(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        openMediaDirectory(path);
+        return;
+    }
+    if (!info.exists()) {
+        //% "There is no file or folder at %1."
+        showAlert(m_window.get(), QStringLiteral("KAVRO"), qtTrId("main.path_missing").arg(path));
+        return;
+    }
+    const QString file = info.canonicalFilePath();
+    connect(
+        this, &KVRAppDelegate::mediaListReloaded, this,
+        [this, file] {
+            for (qint64 row = 0; row < m_model->count(); ++row) {
+                if (QFileInfo(m_model->mediaAtIndex(row)->path()).canonicalFilePath() == file) {
+                    m_ui.mediaListTableView->selectOnlyRow(row);
+                    changeAndPlay();
+                    return;
+                }
+            }
+            //% "%1 is not a recording of the camera."
+            showAlert(m_window.get(), QStringLiteral("KAVRO"),
+                      qtTrId("main.not_a_recording").arg(QDir::toNativeSeparators(file)));
+        },
+        Qt::SingleShotConnection);
+    openMediaDirectory(info.absolutePath());
 }
 
 void KVRAppDelegate::mediaListChanged(KVRMediaList* list)
@@ -338,6 +374,9 @@ void KVRAppDelegate::mediaListChanged(KVRMediaList* list)
             m_layout->setRightViewMode(KVRWindowLayout::MediaListMode);
             m_layout->updateSideViewButton();
             m_model->reloadData(*list);
+            //% "No recordings in this folder"
+            m_ui.mediaListTableView->setEmptyText(
+                m_model->count() == 0 ? qtTrId("main.no_recordings") : QString());
             emit mediaListReloaded();
         },
         Qt::QueuedConnection);
@@ -383,7 +422,8 @@ void KVRAppDelegate::closeWindow()
 
 bool KVRAppDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_ui.backgroundBox && event->type() == QEvent::Resize && m_controls)
+    if ((watched == m_ui.backgroundBox || watched == m_ui.videoContainerView) &&
+        event->type() == QEvent::Resize && m_controls)
         m_controls->updatePlayInfoScale();
     // The start-up benchmark times the viewer by these lines.
     if (watched == m_ui.backgroundBox && event->type() == QEvent::Paint && !m_windowPainted) {
@@ -399,6 +439,7 @@ void KVRAppDelegate::die()
         return;
     m_died = true;
     m_ui.backgroundBox->removeEventFilter(this);
+    m_ui.videoContainerView->removeEventFilter(this);
     m_engine->stopPlay();
     // The parts that drive the players go before the players do.
     delete m_telemetryDisplay;

@@ -42,6 +42,9 @@ public:
     void openMediaDirectoryDialog();
     // The folder chosen in the dialog, dropped on the list or named on the command line.
     void openMediaDirectory(const QString& path);
+    // What the command line names: a folder opens; a recording opens its folder and plays once
+    // the list is read; anything else is told to the person in an alert on the window.
+    void openPathFromCommandLine(const QString& path);
     void changeAndPlay();
     void toggleFullScreen();
     void closeWindow();

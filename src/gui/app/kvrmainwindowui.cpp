@@ -29,6 +29,7 @@ const QColor PanelColor(0x21, 0x24, 0x2a);
 const QColor TextColor(0xd8, 0xdc, 0xe2);
 const QColor DimTextColor(0x8a, 0x91, 0x9c);
 const QColor AccentColor(0x3d, 0x8b, 0xd9);
+const QColor NoteTextColor(0xe0, 0xa8, 0x3c);
 
 QPalette darkPalette()
 {
@@ -99,6 +100,15 @@ QLabel* field(QWidget* parent, const char* name, const QString& text = QString()
     font.setStyleHint(QFont::Monospace);
     font.setFamily(QStringLiteral("monospace"));
     label->setFont(font);
+    return label;
+}
+
+// Wide enough for "00:00 / 00:00" in the digits' font, so that the slider does not move.
+QLabel* timeField(QWidget* parent, const char* name)
+{
+    QLabel* label = field(parent, name, QStringLiteral("00:00 / 00:00"));
+    label->setMinimumWidth(label->sizeHint().width());
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     return label;
 }
 
@@ -235,6 +245,18 @@ void KVRMainWindowUI::setupGsensorBox()
     values->addRow(caption(gsensorBox, qtTrId("main.hdop")), hdopField);
     //% "Satellites"
     values->addRow(caption(gsensorBox, qtTrId("main.satellites")), sateliteField);
+    //% "Recovered from a recording cut short"
+    telemetryNoteField = named<QLabel>(gsensorBox, "telemetryNoteField");
+    telemetryNoteField->setText(qtTrId("main.telemetry_recovered"));
+    telemetryNoteField->setWordWrap(true);
+    QPalette warm = telemetryNoteField->palette();
+    warm.setColor(QPalette::WindowText, NoteTextColor);
+    telemetryNoteField->setPalette(warm);
+    QFont small = telemetryNoteField->font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    telemetryNoteField->setFont(small);
+    telemetryNoteField->hide();
+    values->addRow(telemetryNoteField);
     auto* valuesBox = new QWidget(gsensorBox);
     valuesBox->setLayout(values);
     valuesBox->setFixedWidth(170);
@@ -250,7 +272,12 @@ void KVRMainWindowUI::setupMediaControlBox()
     videoPositionSlider->setObjectName(QStringLiteral("videoPositionSlider"));
     //% "Play position"
     videoPositionSlider->setAccessibleName(qtTrId("main.position"));
-    column->addWidget(videoPositionSlider);
+    playTimeField = timeField(mediaControlBox, "playTimeField");
+    auto* sliderRow = new QHBoxLayout;
+    sliderRow->setSpacing(8);
+    sliderRow->addWidget(videoPositionSlider, 1);
+    sliderRow->addWidget(playTimeField);
+    column->addLayout(sliderRow);
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(6);
@@ -340,8 +367,10 @@ void KVRMainWindowUI::setupFullScreenBar()
     leaveFullScreenButton =
         imageButton(bar, "leaveFullScreenButton", QStringLiteral("fullscreen_exit_n"),
                     qtTrId("main.leave_full_screen"));
+    playTimeFieldForFullScreen = timeField(bar, "playTimeFieldForFullScreen");
     layout->addWidget(playButtonForFullScreen);
     layout->addWidget(videoPositionSliderForFullScreen, 1);
+    layout->addWidget(playTimeFieldForFullScreen);
     layout->addWidget(leaveFullScreenButton);
 }
 

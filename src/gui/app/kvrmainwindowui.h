@@ -72,9 +72,12 @@ struct KVRMainWindowUI
     TKImageButton* volumeUpButton = nullptr;
     TKImageButton* fullScreenButton = nullptr;
     KVRPositionSlider* videoPositionSlider = nullptr;
+    // "mm:ss / mm:ss": elapsed and total time of the recording.
+    QLabel* playTimeField = nullptr;
 
     TKImageButton* playButtonForFullScreen = nullptr;
     KVRPositionSlider* videoPositionSliderForFullScreen = nullptr;
+    QLabel* playTimeFieldForFullScreen = nullptr;
     TKImageButton* leaveFullScreenButton = nullptr;
 
     TKImageButton* recordButtonImageView = nullptr;
@@ -87,6 +90,8 @@ struct KVRMainWindowUI
     QLabel* speedField = nullptr;
     QLabel* hdopField = nullptr;
     QLabel* sateliteField = nullptr;
+    // Shown while the telemetry was recovered from a recording without its index.
+    QLabel* telemetryNoteField = nullptr;
     // Under the map: the marker's coordinates, or why there is no marker.
     QLabel* positionField = nullptr;
 

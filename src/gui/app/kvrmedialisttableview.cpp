@@ -7,6 +7,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 
 namespace kavro {
 
@@ -93,6 +94,23 @@ void KVRMediaListTableView::dropEvent(QDropEvent* event)
     }
     event->acceptProposedAction();
     emit directoryDropped(directory);
+}
+
+void KVRMediaListTableView::setEmptyText(const QString& text)
+{
+    m_emptyText = text;
+    viewport()->update();
+}
+
+void KVRMediaListTableView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (m_emptyText.isEmpty() || (model() && model()->rowCount() > 0))
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
+    painter.drawText(viewport()->rect().adjusted(12, 0, -12, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     m_emptyText);
 }
 
 } // namespace kavro

@@ -21,6 +21,10 @@ public:
     // local file; empty when there is none.
     static QString directoryForUrls(const QList<QUrl>& urls);
 
+    // Shown in the middle of the list while it has no rows; empty shows nothing.
+    void setEmptyText(const QString& text);
+    const QString& emptyText() const { return m_emptyText; }
+
 signals:
     void directoryDropped(const QString& path);
     // Return or Enter on the list: play the selected row, as a double-click does.
@@ -31,6 +35,10 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_emptyText;
 };
 
 } // namespace kavro

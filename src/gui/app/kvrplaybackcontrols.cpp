@@ -10,6 +10,7 @@
 #include "player/vlcmediaplayer.h"
 #include "widgets/tkimagebutton.h"
 
+#include <QLabel>
 #include <QScreen>
 #include <QSlider>
 #include <QTimer>
@@ -34,6 +35,16 @@ bool hasMedia(const VLCMediaPlayer* player)
 qint64 lengthOf(const VLCMediaPlayer* player)
 {
     return std::max<qint64>(0, player->media().length().intValue());
+}
+
+// "mm:ss", or "h:mm:ss" from an hour on.
+QString clockText(qint64 milliseconds)
+{
+    const qint64 seconds = std::max<qint64>(0, milliseconds) / 1000;
+    if (seconds >= 3600)
+        return QString::asprintf("%lld:%02lld:%02lld", seconds / 3600, seconds / 60 % 60,
+                                 seconds % 60);
+    return QString::asprintf("%02lld:%02lld", seconds / 60, seconds % 60);
 }
 
 } // namespace
@@ -66,6 +77,11 @@ void KVRPlaybackControls::observePlayInfo()
         const double shown = position >= 1.0 ? 1.0 : position;
         m_ui.videoPositionSlider->setFraction(shown);
         m_ui.videoPositionSliderForFullScreen->setFraction(shown);
+        const qint64 length = hasMedia(m_players.player1) ? lengthOf(m_players.player1) : 0;
+        const QString times =
+            clockText(qint64(shown * double(length))) + QStringLiteral(" / ") + clockText(length);
+        m_ui.playTimeField->setText(times);
+        m_ui.playTimeFieldForFullScreen->setText(times);
     });
     connect(m_playInfo, &KVRPlayInfo::audioMediaDirectionChanged, this,
             &KVRPlaybackControls::updateAudioUI);
@@ -105,7 +121,7 @@ void KVRPlaybackControls::clickPlayButton()
         // The slider was moved back while resting at the end.
         const VLCTime time(qint64(sliderValue() * double(lengthOf(player1))));
         player1->setTime(time);
-        player2->setTime(time);
+        m_engine->placePartnerAt(time.intValue());
         QTimer::singleShot(ResumeDelayMs, this, [player1, player2] {
             player1->play();
             if (hasMedia(player2))
@@ -141,8 +157,7 @@ void KVRPlaybackControls::videoPositionSliderMoved(double value)
     }
     m_engine->setMoving(true, value);
     m_players.player1->setPosition(float(value));
-    if (hasMedia(m_players.player2))
-        m_players.player2->setPosition(float(value));
+    m_engine->placePartnerAt(qint64(value * double(lengthOf(m_players.player1))));
     m_engine->syncVideoPositionDelay(ResyncDelay);
 }
 
@@ -171,9 +186,12 @@ void KVRPlaybackControls::jumpBackward()
     if (m_engine->moving() || !hasMedia(player1))
         return;
     if (player1->time().intValue() / 1000.0 < JumpSeconds) {
+        // Back to the start; the position and the telemetry follow there too, also when paused.
+        m_engine->setMoving(true, 0);
+        m_playInfo->setPosition(0);
         player1->setTime(VLCTime::nullTime());
-        if (hasMedia(m_players.player2))
-            m_players.player2->setTime(VLCTime::nullTime());
+        m_engine->placePartnerAt(0);
+        m_engine->syncVideoPositionDelay(ResyncDelay);
     } else {
         m_engine->setMoving(true, sliderValue());
         player1->jumpBackward(JumpSeconds);
@@ -255,7 +273,8 @@ void KVRPlaybackControls::updatePlayInfoScale()
 {
     VLCMediaPlayer* player1 = m_players.player1;
     const QSize video = player1->videoSize();
-    if (player1->isPlaying() && player1->hasVideoOut() && video.height() > 0)
+    // Paused too: leaving full screen while paused must not leave the full-screen scale shown.
+    if (hasMedia(player1) && player1->hasVideoOut() && video.height() > 0)
         m_playInfo->setScale(double(m_ui.videoContainerView->height()) / video.height());
 }
 

@@ -61,6 +61,8 @@ KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players
       m_blackBoxData(std::make_unique<KVRBlackBoxData>())
 {
     m_blackBoxData->setWaitAfterReading(true);
+    // The recording a driver most needs is often the one a crash cut short.
+    m_blackBoxData->setRecoverCutShort(true);
     for (VLCMediaPlayer* player : {m_players.player1, m_players.player2}) {
         connect(player, &VLCMediaPlayer::mediaPlayerStateChanged, this,
                 &KVRPlaybackEngine::mediaPlayerStateChanged);
@@ -123,6 +125,8 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     player2->setMedia(VLCMedia());
 
     m_mediaIndex = index;
+    const KVRMediaPtr opened = m_rows->mediaAtIndex(index);
+    m_openingFileName = opened ? opened->fileName() : QString();
     m_ui.mediaListTableView->selectOnlyRow(index);
     updateVideoUI();
     emit statusMessage(QString());
@@ -174,6 +178,7 @@ void KVRPlaybackEngine::completeOpening(quint64 opening)
     if (opening != m_opening)
         return; // abandoned while the telemetry was read
     m_ui.graphView->setGraphData(m_blackBoxData->GSensors());
+    m_ui.telemetryNoteField->setVisible(m_blackBoxData->recovered());
     emit telemetryReady(m_blackBoxData.get());
     initMediaControlView();
     m_players.player1->play();
@@ -217,13 +222,20 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
 {
     VLCMediaPlayer* player1 = m_players.player1;
     VLCMediaPlayer* player2 = m_players.player2;
-    if (m_waitingForPlayStart && player == player1 && hasMedia(player1) &&
-        player1->state() == VLCMediaPlayerStateError) {
+    // An error, or an end before anything was shown (an empty file), means the recording can't
+    // be played: say so at once rather than after the loading indicator's time.
+    const auto failedToOpen = [](const VLCMediaPlayer* player) {
+        const VLCMediaPlayerState state = player->state();
+        return state == VLCMediaPlayerStateError ||
+               (state == VLCMediaPlayerStateEnded && !player->hasVideoOut());
+    };
+    if (m_waitingForPlayStart && !m_extraction.isRunning() && player == player1 &&
+        hasMedia(player1) && failedToOpen(player1)) {
         giveUpOpening();
         return;
     }
-    if (m_waitingForPlayStart && player == player2 && hasMedia(player2) &&
-        player2->state() == VLCMediaPlayerStateError) {
+    if (m_waitingForPlayStart && !m_extraction.isRunning() && player == player2 &&
+        hasMedia(player2) && failedToOpen(player2)) {
         // A broken partner file must not keep the main recording from playing.
         qCWarning(lcApp) << "cannot play" << player2->media().path() << "- playing alone";
         player2->setMedia(VLCMedia());
@@ -319,11 +331,24 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
         if (opening != m_opening || !hasMedia(m_players.player1))
             return;
         if (pair && hasMedia(m_players.player2))
-            m_players.player2->setPosition(m_players.player1->position());
+            placePartnerAt(m_players.player1->time().intValue());
         // A paused player sends no time events: show the telemetry of where the seek landed.
         if (!isPlaying(m_players.player1))
             m_playInfo->setPosition(m_players.player1->position());
     });
+}
+
+void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
+{
+    VLCMediaPlayer* player2 = m_players.player2;
+    if (!hasMedia(player2))
+        return;
+    const qint64 length = player2->lengthMilliseconds();
+    const bool beyondItsEnd = length > 0 && milliseconds >= length;
+    player2->setTime(VLCTime(beyondItsEnd ? length : std::max<qint64>(0, milliseconds)));
+    // A partner that rested at its end plays on once the large one is back within its length.
+    if (!beyondItsEnd && isPlaying(m_players.player1) && !player2->isPlaying())
+        player2->play();
 }
 
 void KVRPlaybackEngine::startTimerPlayNext()
@@ -400,7 +425,7 @@ void KVRPlaybackEngine::swapPlayer()
     if (!isPlaying(player1) || !isPlaying(player2) || m_swapping)
         return;
     m_swapping = true;
-    const float position = player1->position();
+    const qint64 time = player1->time().intValue();
     player1->pause();
     player2->pause();
     // Fresh media objects: one libVLC media is never in two players at once.
@@ -417,12 +442,14 @@ void KVRPlaybackEngine::swapPlayer()
     player2->audio()->setMute(true);
 
     const quint64 opening = m_opening;
-    QTimer::singleShot(SwapRestoreMs, this, [this, opening, position] {
+    QTimer::singleShot(SwapRestoreMs, this, [this, opening, time] {
         if (opening != m_opening)
             return;
         m_moving = false;
-        m_players.player1->setPosition(position);
-        m_players.player2->setPosition(position);
+        // The moment of the drive that was shown, in whichever file is now large.
+        const qint64 length = m_players.player1->lengthMilliseconds();
+        m_players.player1->setTime(VLCTime(length > 0 ? std::min(time, length) : time));
+        placePartnerAt(time);
     });
     QTimer::singleShot(SwapDoneMs, this, [this, opening] {
         m_swapping = false;
@@ -482,6 +509,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_playInfo->setIsPlaying(false);
     m_playInfo->setPosition(0);
     m_ui.graphView->setGraphData({});
+    m_ui.telemetryNoteField->hide();
     m_loading->hideLoading();
     updateVideoViewsVisibility();
 }
@@ -490,12 +518,11 @@ void KVRPlaybackEngine::giveUpOpening()
 {
     if (!m_waitingForPlayStart)
         return;
-    const KVRMediaPtr media = m_rows->mediaAtIndex(m_mediaIndex);
-    qCWarning(lcApp) << "the recording did not start:" << (media ? media->path() : QString());
+    const QString failed = m_openingFileName;
+    qCWarning(lcApp) << "the recording did not start:" << failed;
     clearCurrentRecording();
     //% "This recording could not be played:"
-    emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') +
-                       (media ? media->fileName() : QString()));
+    emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') + failed);
 }
 
 } // namespace kavro

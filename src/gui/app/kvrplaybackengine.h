@@ -63,6 +63,9 @@ public:
     // Ends the move after the given delay: the small player follows the large one, and a paused
     // window shows where the seek landed.
     void syncVideoPositionDelay(double seconds);
+    // Puts the small player at the same time from the start of its recording as the given one,
+    // or on its last frame when its recording is shorter.
+    void placePartnerAt(qint64 milliseconds);
     void chooseAudioAuto();
 
     static bool isPlaying(const VLCMediaPlayer* player);
@@ -117,6 +120,8 @@ private:
     QPointer<QTimer> m_playStopTimer;
 
     qint64 m_mediaIndex = -1;
+    // The file of the opening under way, named if it fails whatever row is selected by then.
+    QString m_openingFileName;
     // Bumped by every opening and by whatever abandons one, so that late completions and
     // delayed moves of an older recording do nothing.
     quint64 m_opening = 0;

@@ -40,8 +40,9 @@ QString parseOptions(const QStringList& arguments, Options* options)
     parser.setApplicationDescription(
         QStringLiteral("Plays the front and rear recordings of a dash camera card side by side."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("folder"),
-                                 QStringLiteral("Folder of recordings to open at start."));
+    parser.addPositionalArgument(
+        QStringLiteral("path"),
+        QStringLiteral("Folder of recordings to open at start, or a recording to play."));
     const QCommandLineOption play(QStringLiteral("play"),
                                   QStringLiteral("Play this row of the list once it is read."),
                                   QStringLiteral("row"));
@@ -56,18 +57,16 @@ QString parseOptions(const QStringList& arguments, Options* options)
     }
     const QStringList positional = parser.positionalArguments();
     if (positional.size() > 1)
-        return QStringLiteral("only one folder can be opened");
-    if (!positional.isEmpty()) {
+        return QStringLiteral("only one folder or recording can be opened");
+    // A path that is not there is told in the window, where a desktop user sees it.
+    if (!positional.isEmpty())
         options->folder = positional.first();
-        if (!QFileInfo(options->folder).isDir())
-            return QStringLiteral("%1 is not a folder").arg(options->folder);
-    }
     if (parser.isSet(play)) {
         bool ok = false;
         const qint64 row = parser.value(play).toLongLong(&ok);
         if (!ok || row < 0)
             return QStringLiteral("--play takes a row number from 0");
-        if (options->folder.isEmpty())
+        if (!QFileInfo(options->folder).isDir())
             return QStringLiteral("--play needs a folder");
         options->playRow = row;
     }
@@ -115,6 +114,6 @@ int main(int argc, char** argv)
             [&delegate] { delegate.window()->enterFullscreen(); }, Qt::SingleShotConnection);
     }
     if (!options.folder.isEmpty())
-        delegate.openMediaDirectory(options.folder);
+        delegate.openPathFromCommandLine(options.folder);
     return app.exec();
 }

@@ -1,6 +1,6 @@
 #include "vlcmediaplayer.h"
 
-#include "common/atomicfile.h"
+#include "common/outputfile.h"
 #include "playerlog.h"
 #include "vlcframebuffer.h"
 #include "vlclibrary.h"
@@ -320,7 +320,7 @@ bool VLCMediaPlayer::saveVideoSnapshotAt(const QString& path, int width, int hei
         return false;
     }
     QString error;
-    if (!writeFileAtomically(path, encoded, &error)) {
+    if (!writeFile(path, encoded, &error)) {
         qCWarning(lcVlcPlayer) << "cannot write the snapshot" << path << error;
         return false;
     }

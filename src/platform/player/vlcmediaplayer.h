@@ -61,6 +61,8 @@ public:
     VLCTime time() const;
     // A null time means the start.
     void setTime(const VLCTime& time);
+    // The recording's length in milliseconds; 0 or less while unknown.
+    qint64 lengthMilliseconds() const;
     // The time still to play as a negative value; null while the length is unknown.
     VLCTime remainingTime() const;
     float rate() const;
@@ -95,7 +97,6 @@ private:
     void attachEvents(bool attach);
     bool restingAtEnd() const;
     void seekIssued();
-    qint64 lengthMilliseconds() const;
 
     libvlc_media_player_t* m_player = nullptr;
     std::unique_ptr<VLCFrameBuffer> m_frames;

@@ -2,7 +2,7 @@
 
 #include "card/timesetfile.h"
 #include "cardplan.h"
-#include "common/atomicfile.h"
+#include "common/outputfile.h"
 #include "nmeacomposer.h"
 #include "random.h"
 #include "settings/settingfile.h"
@@ -109,7 +109,7 @@ bool CardFiles::writeSettings(const QString& root, QString* error)
 
 bool CardFiles::writeClock(const QString& root, const CardPlan& plan, QString* error)
 {
-    return writeFileAtomically(QDir(root).filePath(ClockFile), clockText(plan), error);
+    return writeFile(QDir(root).filePath(ClockFile), clockText(plan), error);
 }
 
 bool CardFiles::writeDriveRecords(const QString& root, const CardPlan& plan, QString* error)
@@ -126,7 +126,7 @@ bool CardFiles::writeDriveRecords(const QString& root, const CardPlan& plan, QSt
             *error = QStringLiteral("cannot make the folder of %1").arg(path);
         return false;
     }
-    return writeFileAtomically(path, content, error);
+    return writeFile(path, content, error);
 }
 
 } // namespace kavro::camsim

@@ -8,11 +8,13 @@
 #include "recordingwriter.h"
 #include "videoencoder.h"
 
+#include "common/outputfile.h"
+
+#include <QBuffer>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QImageWriter>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -272,10 +274,12 @@ bool CardGenerator::writeStrays(QString* error)
             FrameRenderer renderer(m_plan.options().frontSize, false, drive.sceneSeed);
             QImage still(renderer.size(), QImage::Format_RGB32);
             renderer.render(sceneAt(stray.recording, 0), still);
-            QSaveFile file(path);
-            QImageWriter writer(&file, "jpg");
+            QByteArray jpeg;
+            QBuffer buffer(&jpeg);
+            buffer.open(QIODevice::WriteOnly);
+            QImageWriter writer(&buffer, "jpg");
             writer.setQuality(85);
-            if (!file.open(QIODevice::WriteOnly) || !writer.write(still) || !file.commit())
+            if (!writer.write(still) || !writeFile(path, jpeg, error))
                 return fail(error, QStringLiteral("cannot write %1").arg(path));
         }
         if (!finishFile(stray.path, m_plan.cameraStart(source), error))

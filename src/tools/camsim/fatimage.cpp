@@ -134,7 +134,13 @@ bool FatImage::create(const QString& imagePath, const QString& cardDir, std::uin
     }
     const Geometry geometry = geometryFor(content);
 
-    const QFileInfo target(imagePath);
+    // An image named through a link replaces the link's target, and never a device or folder.
+    const QFileInfo named(imagePath);
+    if (named.isSymLink() && !named.exists())
+        return fail(error, QStringLiteral("%1 is a link to nothing").arg(imagePath));
+    if (named.exists() && !named.isFile())
+        return fail(error, QStringLiteral("%1 is not a regular file").arg(imagePath));
+    const QFileInfo target(named.isSymLink() ? named.canonicalFilePath() : imagePath);
     if (!QDir().mkpath(target.absolutePath()))
         return fail(error, QStringLiteral("cannot make the folder of %1").arg(imagePath));
     QTemporaryFile image(target.absolutePath() + QStringLiteral("/.") + target.fileName() +
@@ -168,11 +174,11 @@ bool FatImage::create(const QString& imagePath, const QString& cardDir, std::uin
         return false;
 
     if (std::rename(QFile::encodeName(work).constData(),
-                    QFile::encodeName(imagePath).constData()) != 0)
+                    QFile::encodeName(target.filePath()).constData()) != 0)
         return fail(error, QStringLiteral("cannot replace %1").arg(imagePath));
     image.setAutoRemove(false);
-    QFile::setPermissions(imagePath, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                         QFileDevice::ReadGroup | QFileDevice::ReadOther);
+    QFile::setPermissions(target.filePath(), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                 QFileDevice::ReadGroup | QFileDevice::ReadOther);
     return true;
 }
 

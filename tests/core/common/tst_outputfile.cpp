@@ -1,0 +1,188 @@
+#include "common/outputfile.h"
+#include "testsupport.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace kavro;
+using Rule = OutputFile::Rule;
+
+// What the shared write path does with each kind of target. Everything happens in a private
+// folder: a device node made there stands for /dev/null, never the real one.
+class TestOutputFile : public QObject
+{
+    Q_OBJECT
+
+private:
+    static mode_t currentUmask()
+    {
+        // Read from the kernel so that the test does not change what it checks.
+        const QByteArray status = test::readFile("/proc/self/status");
+        const qsizetype at = status.indexOf("Umask:") + 6;
+        return mode_t(status.mid(at, status.indexOf('\n', at) - at).trimmed().toUInt(nullptr, 8));
+    }
+    static QStringList entries(const QString& folder)
+    {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                      QDir::NoDotAndDotDot);
+    }
+
+private slots:
+    void regularFileReplacedWithModeKept()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("config.bin");
+        QVERIFY(test::writeFile(path, QByteArray(1000, 'x')));
+        QVERIFY(::chmod(QFile::encodeName(path), 0640) == 0);
+        struct stat before
+        {
+        };
+        ::stat(QFile::encodeName(path), &before);
+        const mode_t mask = currentUmask();
+
+        QVERIFY(writeFile(path, "short"));
+        QCOMPARE(test::readFile(path), QByteArray("short"));
+        struct stat after
+        {
+        };
+        ::stat(QFile::encodeName(path), &after);
+        QCOMPARE(after.st_mode & 07777, mode_t(0640));
+        QVERIFY(after.st_ino != before.st_ino); // replaced, not rewritten
+        QCOMPARE(currentUmask(), mask);
+        QCOMPARE(entries(dir.path()), QStringList{"config.bin"}); // no temporary left
+
+        const QString fresh = dir.filePath("new.csv");
+        QVERIFY(writeFile(fresh, "a"));
+        struct stat made
+        {
+        };
+        ::stat(QFile::encodeName(fresh), &made);
+        QCOMPARE(made.st_mode & 07777, mode_t(0666 & ~mask));
+    }
+
+    void failedWriteKeepsOldFile()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("config.bin");
+        QVERIFY(test::writeFile(path, "old content"));
+        QString error;
+        {
+            test::FileSizeLimit fullCard(64);
+            QVERIFY(!writeFile(path, QByteArray(4096, 'n'), &error));
+        }
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(test::readFile(path), QByteArray("old content"));
+        QCOMPARE(entries(dir.path()), QStringList{"config.bin"});
+    }
+
+    void linksAreFollowed()
+    {
+        QTemporaryDir dir;
+        QVERIFY(QDir(dir.path()).mkdir("real"));
+        const QString target = dir.filePath("real/out.gpx");
+        QVERIFY(test::writeFile(target, "old"));
+        // A relative link to a relative link: both stay links, the file at the end is replaced.
+        QVERIFY(QFile::link("real/out.gpx", dir.filePath("first")));
+        QVERIFY(::symlink("first", QFile::encodeName(dir.filePath("second"))) == 0);
+        QVERIFY(writeFile(dir.filePath("second"), "new"));
+        QVERIFY(QFileInfo(dir.filePath("first")).isSymLink());
+        QVERIFY(QFileInfo(dir.filePath("second")).isSymLink());
+        QCOMPARE(test::readFile(target), QByteArray("new"));
+
+        // A link to a file not made yet makes it; a loop is an error.
+        QVERIFY(::symlink("real/later.csv", QFile::encodeName(dir.filePath("later"))) == 0);
+        QVERIFY(writeFile(dir.filePath("later"), "made"));
+        QCOMPARE(test::readFile(dir.filePath("real/later.csv")), QByteArray("made"));
+        QVERIFY(::symlink("loop", QFile::encodeName(dir.filePath("loop"))) == 0);
+        QVERIFY(!writeFile(dir.filePath("loop"), "x"));
+    }
+
+    void devicesAndPipesWrittenInPlace()
+    {
+        QTemporaryDir dir;
+        const QString fifo = dir.filePath("pipe");
+        QVERIFY(::mkfifo(QFile::encodeName(fifo), 0600) == 0);
+        QByteArray received;
+        std::thread reader([&] {
+            QFile file(fifo);
+            if (file.open(QIODevice::ReadOnly))
+                received = file.readAll();
+        });
+        const bool written = writeFile(fifo, "through the pipe");
+        reader.join();
+        QVERIFY(written);
+        QCOMPARE(received, QByteArray("through the pipe"));
+        QVERIFY(QFileInfo(fifo).exists() && !QFileInfo(fifo).isFile());
+
+        if (::geteuid() != 0)
+            QSKIP("making a device node needs root");
+        const QString null = dir.filePath("null");
+        QVERIFY(::mknod(QFile::encodeName(null), S_IFCHR | 0666, makedev(1, 3)) == 0);
+        QVERIFY(writeFile(null, QByteArray(100000, 'z')));
+        struct stat info
+        {
+        };
+        QVERIFY(::stat(QFile::encodeName(null), &info) == 0);
+        QVERIFY(S_ISCHR(info.st_mode));
+        QCOMPARE(entries(dir.path()), (QStringList{"null", "pipe"}));
+    }
+
+    void refusedTargets_data()
+    {
+        QTest::addColumn<QString>("path"); // "@" is the private folder
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("a folder") << "@/sub"
+                                  << "is a folder";
+        QTest::newRow("missing folder") << "@/no/such/file"
+                                        << "does not exist";
+        QTest::newRow("a file as folder") << "@/plain/file"
+                                          << "is not a folder";
+        QTest::newRow("unwritable folder") << "/sys/kavro-test"
+                                           << "not writable";
+        QTest::newRow("closed descriptor") << "/dev/fd/987"
+                                           << "not open for writing";
+    }
+
+    void refusedTargets()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, reason);
+        QTemporaryDir dir;
+        QVERIFY(QDir(dir.path()).mkdir("sub"));
+        QVERIFY(test::writeFile(dir.filePath("plain"), "p"));
+        const QStringList before = entries(dir.path());
+        QString error;
+        QVERIFY(!writeFile(path.replace("@", dir.path()), "x", &error));
+        QVERIFY2(error.contains(reason), qPrintable(error));
+        QCOMPARE(entries(dir.path()), before);
+        QCOMPARE(entries(dir.filePath("sub")), QStringList{});
+    }
+
+    void clockAndCaptureRules()
+    {
+        QTemporaryDir dir;
+        const QString clock = dir.filePath("timeset.cfg");
+        QVERIFY(test::writeFile(clock, "1999/01/01 00:00:00 and a tail"));
+        QVERIFY(writeFile(clock, "2026/11/24 08:00:00", nullptr, Rule::KeepTail));
+        QCOMPARE(test::readFile(clock), QByteArray("2026/11/24 08:00:00 and a tail"));
+
+        const QString copy = dir.filePath("capture.jpg");
+        QVERIFY(writeFile(copy, "first", nullptr, Rule::CreateNew));
+        QVERIFY(!writeFile(copy, "second", nullptr, Rule::CreateNew));
+        QCOMPARE(test::readFile(copy), QByteArray("first"));
+        QVERIFY(QFile::link(clock, dir.filePath("link.jpg")));
+        QVERIFY(!writeFile(dir.filePath("link.jpg"), "second", nullptr, Rule::CreateNew));
+        QCOMPARE(test::readFile(clock), QByteArray("2026/11/24 08:00:00 and a tail"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestOutputFile)
+#include "tst_outputfile.moc"
