@@ -179,6 +179,25 @@ private slots:
         QCOMPARE(kavro::test::readFile(out), run("kml"));
     }
 
+    // Without its index the file's telemetry is found only with --recover, which says so.
+    void recoverCutShort()
+    {
+        const QByteArray whole = kavro::test::readFile(m_recording);
+        const QString cut = m_dir.filePath("cut.avi");
+        QVERIFY(kavro::test::writeFile(cut, whole.left(14140 + kavro::test::u32At(whole, 14136))));
+        const auto plain = runKavro({"telemetry", cut, "--format", "csv"});
+        QCOMPARE(plain.exitCode, 0);
+        QCOMPARE(plain.out, QByteArray("index,x,y,z,latitude,longitude,speed,unit\n"));
+        QVERIFY(plain.err.isEmpty());
+        const auto recovered = runKavro({"telemetry", cut, "--format", "csv", "--recover"});
+        QCOMPARE(recovered.exitCode, 0);
+        QCOMPARE(recovered.out, run("csv"));
+        QVERIFY(recovered.err.startsWith("kavro: telemetry: ") && recovered.err.count('\n') == 1);
+        const auto indexed = runKavro({"telemetry", m_recording, "--format", "csv", "--recover"});
+        QCOMPARE(indexed.out, run("csv"));
+        QVERIFY(indexed.err.isEmpty());
+    }
+
 private:
     QByteArray run(const QString& format)
     {

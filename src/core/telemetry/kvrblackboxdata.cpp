@@ -14,20 +14,12 @@ namespace kavro {
 
 namespace {
 
-// The index is read in blocks rather than entry by entry; the walk over it is the same. The
-// chunk walk reads less ahead: most of what lies between two chunk headers is video.
+// The index is read in blocks rather than entry by entry; the walk over it is the same.
 constexpr qint64 IndexBlockSize = 64 * 1024;
-constexpr qint64 ChunkBlockSize = 4 * 1024;
 
 std::uint32_t u32At(const char* bytes)
 {
     return qFromLittleEndian<std::uint32_t>(bytes);
-}
-
-// Chunk ids are four printable characters ("00dc", "01wb", "02sb", "JUNK").
-bool isChunkId(const char* id)
-{
-    return std::all_of(id, id + 4, [](char c) { return c >= 0x20 && c < 0x7f; });
 }
 
 } // namespace
@@ -53,7 +45,7 @@ bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
                 static_cast<unsigned long long>(next));
     }
 
-    if (m_recoverCutShort && !hasIndexAt(file, next - 8)) {
+    if (m_recoverCutShort && !file.hasIndex()) {
         m_recovered = true;
         qCDebug(lcTelemetry, "%s has no index: recovering from the movi chunks",
                 qUtf8Printable(path));
@@ -67,12 +59,6 @@ bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
     mergeGpsIntoSamples();
     qCDebug(lcTelemetry, "#############################  FINISH");
     return true;
-}
-
-bool KVRBlackBoxData::hasIndexAt(RecordingFile& file, std::uint64_t offset)
-{
-    char id[8];
-    return file.readAt(offset, id, sizeof id) == sizeof id && std::memcmp(id, "idx1", 4) == 0;
 }
 
 void KVRBlackBoxData::walkIndex(RecordingFile& file, std::uint64_t next, std::uint64_t riffEnd,
@@ -94,32 +80,13 @@ void KVRBlackBoxData::walkIndex(RecordingFile& file, std::uint64_t next, std::ui
     }
 }
 
-// The camera writes its chunks one after another into the movi list: id, size, data padded to
-// an even length. Only chunks whose data is wholly present are taken; anything that is not a
-// chunk header (the zeros of a placeholder, the index) ends the walk.
 void KVRBlackBoxData::walkMoviChunks(RecordingFile& file, const QString& path)
 {
-    std::uint64_t offset = std::uint64_t(avi::MoviTypeOffset) + 4;
-    for (;;) {
-        const char* header = nullptr;
-        if (file.bytesAt(offset, 8, ChunkBlockSize, &header) < 8)
-            break;
-        if (std::memcmp(header, "LIST", 4) == 0) {
-            offset += 12; // step into a "rec " list
-            continue;
-        }
-        if (!isChunkId(header) || std::memcmp(header, "idx1", 4) == 0)
-            break;
-        const std::uint32_t size = u32At(header + 4);
-        const std::uint64_t data = offset + 8;
-        if (data + size > file.size())
-            break; // cut off by the end of the file
-        if (std::memcmp(header, avi::TelemetryChunkId, 4) == 0)
+    file.walkMoviChunks([&](const char* id, std::uint64_t data, std::uint32_t size) {
+        if (std::memcmp(id, avi::TelemetryChunkId, 4) == 0)
             readTelemetryChunk(file, data, size);
-        offset = data + size + (size & 1);
-        if (stopAtLimit(path))
-            break;
-    }
+        return !stopAtLimit(path);
+    });
 }
 
 qint64 KVRBlackBoxData::readTelemetryChunk(RecordingFile& file, std::uint64_t data,

@@ -85,7 +85,6 @@ public:
 private:
     bool atLimit();
     bool stopAtLimit(const QString& path);
-    static bool hasIndexAt(RecordingFile& file, std::uint64_t offset);
     void walkIndex(RecordingFile& file, std::uint64_t next, std::uint64_t riffEnd,
                    const QString& path);
     void walkMoviChunks(RecordingFile& file, const QString& path);

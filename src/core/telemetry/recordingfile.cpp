@@ -1,6 +1,11 @@
 #include "recordingfile.h"
 
+#include "aviformat.h"
+
+#include <QtEndian>
+
 #include <algorithm>
+#include <cstring>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -52,6 +57,63 @@ qint64 RecordingFile::bytesAt(std::uint64_t offset, qint64 length, qint64 blockS
     }
     *bytes = m_block.constData() + (offset - m_blockStart);
     return std::min<qint64>(length, m_block.size() - qint64(offset - m_blockStart));
+}
+
+std::uint64_t RecordingFile::indexChunkOffset()
+{
+    char sizeField[4];
+    if (readAt(avi::MoviListSizeOffset, sizeField, 4) != 4)
+        return m_size;
+    return std::uint64_t(avi::MoviTypeOffset) + qFromLittleEndian<std::uint32_t>(sizeField);
+}
+
+bool RecordingFile::hasIndex()
+{
+    char id[8];
+    return readAt(indexChunkOffset(), id, sizeof id) == sizeof id &&
+           std::memcmp(id, "idx1", 4) == 0;
+}
+
+namespace {
+
+// The chunk walk reads less ahead than the index walk: most of what lies between two chunk
+// headers is video.
+constexpr qint64 ChunkBlockSize = 4 * 1024;
+
+// Chunk ids are four printable characters ("00dc", "01wb", "02sb", "JUNK").
+bool isChunkId(const char* id)
+{
+    return std::all_of(id, id + 4, [](char c) { return c >= 0x20 && c < 0x7f; });
+}
+
+} // namespace
+
+std::uint64_t RecordingFile::walkMoviChunks(const ChunkVisitor& visit)
+{
+    std::uint64_t offset = std::uint64_t(avi::MoviTypeOffset) + 4;
+    std::uint64_t end = offset;
+    for (;;) {
+        const char* header = nullptr;
+        if (bytesAt(offset, 8, ChunkBlockSize, &header) < 8)
+            break;
+        if (std::memcmp(header, "LIST", 4) == 0) {
+            offset += 12; // into a "rec " list
+            continue;
+        }
+        if (!isChunkId(header) || std::memcmp(header, "idx1", 4) == 0)
+            break;
+        char id[4];
+        std::memcpy(id, header, 4); // the window moves on the visitor's reads
+        const std::uint32_t size = qFromLittleEndian<std::uint32_t>(header + 4);
+        const std::uint64_t data = offset + 8;
+        if (data + size > m_size)
+            break; // cut off by the end of the file
+        offset = data + size + (size & 1);
+        end = std::min(offset, m_size);
+        if (!visit(id, data, size))
+            break;
+    }
+    return end;
 }
 
 } // namespace kavro

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 namespace kavro {
 
@@ -25,6 +26,21 @@ public:
     // Points bytes at up to length bytes at offset, read ahead by blockSize; returns how many
     // are there (fewer where the file ends). Valid until the next call.
     qint64 bytesAt(std::uint64_t offset, qint64 length, qint64 blockSize, const char** bytes);
+
+    // The file offset of the index chunk the header points at; the file's size when the file is
+    // too short to say.
+    std::uint64_t indexChunkOffset();
+    // True when an "idx1" chunk lies where the header says. A camera cut off by a power loss
+    // leaves it out, and sometimes a placeholder list size.
+    bool hasIndex();
+
+    // Walks the chunks of the movi list in file order: id, size, data padded to an even length,
+    // stepping into "rec " lists. Only chunks whose data is wholly present are visited; anything
+    // that is not a chunk header (a placeholder's zeros, the index) ends the walk, and so does a
+    // visit that returns false. Returns the file offset just after the last chunk visited.
+    using ChunkVisitor =
+        std::function<bool(const char* id, std::uint64_t data, std::uint32_t size)>;
+    std::uint64_t walkMoviChunks(const ChunkVisitor& visit);
 
 private:
     QFile m_file;

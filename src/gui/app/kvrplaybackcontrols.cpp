@@ -187,7 +187,6 @@ void KVRPlaybackControls::jumpBackward()
         return;
     if (player1->time().intValue() / 1000.0 < JumpSeconds) {
         // Back to the start; the position and the telemetry follow there too, also when paused.
-        m_engine->setMoving(true, 0);
         m_playInfo->setPosition(0);
         player1->setTime(VLCTime::nullTime());
         m_engine->placePartnerAt(0);

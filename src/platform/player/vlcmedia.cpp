@@ -2,17 +2,67 @@
 
 #include "playerlog.h"
 #include "recording/kvrmedia.h"
+#include "telemetry/cutshortavi.h"
 #include "vlclibrary.h"
 #include "vlctime.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <vlc/vlc.h>
 
 namespace kavro {
 
+namespace {
+
+// One opening of a recording cut short by libVLC: it reads the whole file as it is shown.
+struct CutShortReader
+{
+    const CutShortAvi* avi;
+    QFile file;
+    std::uint64_t position = 0;
+};
+
+int openCutShort(void* opaque, void** data, std::uint64_t* size)
+{
+    const auto* avi = static_cast<const CutShortAvi*>(opaque);
+    auto* reader = new CutShortReader{avi, QFile(avi->path())};
+    if (!reader->file.open(QIODevice::ReadOnly)) {
+        delete reader;
+        return -1;
+    }
+    *data = reader;
+    *size = avi->size();
+    return 0;
+}
+
+ssize_t readCutShort(void* data, unsigned char* buffer, size_t length)
+{
+    auto* reader = static_cast<CutShortReader*>(data);
+    const qint64 got = reader->avi->read(reader->file, reader->position,
+                                         reinterpret_cast<char*>(buffer), qint64(length));
+    if (got > 0)
+        reader->position += std::uint64_t(got);
+    return got;
+}
+
+int seekCutShort(void* data, std::uint64_t offset)
+{
+    static_cast<CutShortReader*>(data)->position = offset;
+    return 0;
+}
+
+void closeCutShort(void* data)
+{
+    delete static_cast<CutShortReader*>(data);
+}
+
+} // namespace
+
 struct VLCMedia::Data
 {
+    // Declared first, so that it outlives the media whose reads it serves.
+    std::shared_ptr<const CutShortAvi> cutShort;
     libvlc_media_t* media = nullptr;
     QString path;
     QUrl url;
@@ -30,7 +80,15 @@ VLCMedia VLCMedia::mediaWithPath(const QString& path)
     if (!instance || path.isEmpty())
         return {};
     const QString absolute = QFileInfo(path).absoluteFilePath();
-    libvlc_media_t* media = libvlc_media_new_path(instance, absolute.toUtf8().constData());
+    auto data = std::make_shared<Data>();
+    // A recording cut short by a power loss has no index; libVLC would neither know its length
+    // nor find its key frames. It gets the file with the index it would have had.
+    data->cutShort = CutShortAvi::open(absolute);
+    libvlc_media_t* media =
+        data->cutShort ? libvlc_media_new_callbacks(instance, openCutShort, readCutShort,
+                                                    seekCutShort, closeCutShort,
+                                                    const_cast<CutShortAvi*>(data->cutShort.get()))
+                       : libvlc_media_new_path(instance, absolute.toUtf8().constData());
     if (!media) {
         qCWarning(lcVlcPlayer) << "cannot open" << absolute;
         return {};
@@ -38,7 +96,6 @@ VLCMedia VLCMedia::mediaWithPath(const QString& path)
     // The end-of-recording rule of the player window waits for a player paused on the last
     // frame; without this libVLC would end and drop the picture.
     libvlc_media_add_option(media, ":play-and-pause");
-    auto data = std::make_shared<Data>();
     data->media = media;
     data->path = absolute;
     data->url = QUrl::fromLocalFile(absolute);

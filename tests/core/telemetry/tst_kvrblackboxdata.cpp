@@ -1,3 +1,4 @@
+#include "telemetry/cutshortavi.h"
 #include "telemetry/kvraviwriter.h"
 #include "telemetry/kvrblackboxdata.h"
 #include "testsupport.h"
@@ -308,6 +309,13 @@ private slots:
             QCOMPARE(isAvi,
                      file.size() >= 12 && file.startsWith("RIFF") && file.mid(8, 4) == "AVI ");
             QVERIFY(store.vGpsData().size() <= store.GSensors().size());
+            // What the players would be given of such a file must be readable to its end.
+            if (const auto shown = kavro::CutShortAvi::open(path("hostile.avi"))) {
+                QFile hostile(path("hostile.avi"));
+                QVERIFY(hostile.open(QIODevice::ReadOnly));
+                QByteArray bytes(qsizetype(shown->size()), '\0');
+                QCOMPARE(shown->read(hostile, 0, bytes.data(), bytes.size()), bytes.size());
+            }
         }
         QVERIFY(!store.ExtractStreamInformation(path("absent.avi")));
     }
@@ -322,8 +330,9 @@ private slots:
             chunks.append(gsensor(time, int(time)));
             if (time % 500 == 0)
                 chunks.append(gps(time, QString::asprintf("$GPRMC,0123%02u.00,A,3733.5,N,"
-                                                             "12659.4,E,42.0,90.0,241126,,*00\r\n",
-                                                             time / 100).toLatin1()));
+                                                          "12659.4,E,42.0,90.0,241126,,*00\r\n",
+                                                          time / 100)
+                                            .toLatin1()));
         }
         QVERIFY(writeRecording(path("whole.avi"), chunks));
         const QByteArray whole = kavro::test::readFile(path("whole.avi"));
@@ -370,6 +379,21 @@ private slots:
                 QCOMPARE(store.NMEAs().size(), store.gpsRecords().size());
                 for (std::size_t i = 0; i < store.NMEAs().size(); ++i)
                     QCOMPARE(store.NMEAs()[i].Now.wSecond, reference.NMEAs()[i].Now.wSecond);
+
+                // What the players are given: the same chunks with the index they would have had,
+                // which the plain index walk reads as the recovery does.
+                const auto shown = kavro::CutShortAvi::open(path("cut.avi"));
+                QCOMPARE(bool(shown), present > 0);
+                if (!shown)
+                    continue;
+                QFile cutFile(path("cut.avi"));
+                QVERIFY(cutFile.open(QIODevice::ReadOnly));
+                QByteArray whole(qsizetype(shown->size()), '\0');
+                QCOMPARE(shown->read(cutFile, 0, whole.data(), whole.size()), whole.size());
+                QVERIFY(kavro::test::writeFile(path("shown.avi"), whole));
+                QVERIFY(plain.ExtractStreamInformation(path("shown.avi")));
+                QCOMPARE(walked(plain), expected);
+                QVERIFY(!kavro::CutShortAvi::open(path("shown.avi"))); // it has its index now
             }
         }
     }

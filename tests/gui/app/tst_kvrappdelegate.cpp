@@ -2,6 +2,7 @@
 
 #include "common/preferences.h"
 
+#include <QMessageBox>
 #include <QScreen>
 
 using namespace kavro;
@@ -88,6 +89,31 @@ private slots:
         QTest::keyClick(focus, Qt::Key_Return);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.engine()->mediaIndex() == 2 && viewer.playing(),
                                  test::StartWaitMs);
+    }
+
+    // What the command line names: a recording plays in its folder's list, an empty folder says
+    // so in the list, a path that is not there is named in an alert on the window.
+    void openingPathsFromTheCommandLine()
+    {
+        Viewer viewer;
+        const QString rear = m_card.path(*m_card.longestPair(), true);
+        viewer.delegate->openPathFromCommandLine(rear);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing() && viewer.player1()->media().path() == rear,
+                                 test::StartWaitMs);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(),
+                 viewer.rowOf(QFileInfo(rear).fileName()));
+
+        QTemporaryDir empty;
+        QSignalSpy reloaded(viewer.delegate.get(), &KVRAppDelegate::mediaListReloaded);
+        viewer.delegate->openPathFromCommandLine(empty.path());
+        QVERIFY(reloaded.wait(test::StartWaitMs));
+        QCOMPARE(viewer.ui().mediaListTableView->emptyText(), qtTrId("main.no_recordings"));
+
+        const QString missing = empty.filePath("card-that-was-pulled");
+        viewer.delegate->openPathFromCommandLine(missing);
+        QMessageBox* alert = nullptr;
+        QTRY_VERIFY((alert = viewer.window()->findChild<QMessageBox*>()) && alert->isVisible());
+        QVERIFY(alert->informativeText().contains(missing));
     }
 
     void closingTheWindowStopsBothPlayers()

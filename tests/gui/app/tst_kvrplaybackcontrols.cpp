@@ -91,6 +91,44 @@ private slots:
             viewer.player1()->position() >= 0.998f && viewer.player2()->position() >= 0.998f, 5000);
     }
 
+    // Paused, Left past the start moves the picture, the slider, the time and the telemetry to
+    // the start; the time beside the slider counts the recording's own seconds.
+    void pausedJumpBackShowsTheStart()
+    {
+        Viewer& viewer = *m_viewer;
+        const int seconds = m_card.longestPair()->duration;
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 1500, test::StartWaitMs);
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        const QStringList times = viewer.ui().playTimeField->text().split(" / ");
+        QCOMPARE(times.size(), 2);
+        QVERIFY2(times[0] >= QString("00:01"), qPrintable(times[0]));
+        const int total = times[1].section(':', 1).toInt();
+        QVERIFY2(total == seconds || total == seconds - 1, qPrintable(times[1]));
+
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Left);
+        QTRY_VERIFY(viewer.player1()->time().intValue() < 300);
+        QCOMPARE(playInfo()->position(), 0.0);
+        QCOMPARE(viewer.ui().videoPositionSlider->fraction(), 0.0);
+        QVERIFY(viewer.ui().playTimeField->text().startsWith("00:00 / "));
+        QTRY_VERIFY(viewer.ui().graphView->timePosition() < 0.05);
+    }
+
+    // The size shown follows the window back from full screen, also while paused.
+    void pausedFullScreenAndBackKeepsTheSizeTrue()
+    {
+        Viewer& viewer = *m_viewer;
+        QTRY_VERIFY(viewer.ui().sizeTextButton->text() != QString("0.00x"));
+        const QString windowed = viewer.ui().sizeTextButton->text();
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        QWidget* list = viewer.ui().mediaListTableView;
+        QTest::keyClick(list, Qt::Key_F);
+        QTRY_VERIFY(viewer.ui().sizeTextButton->text() != windowed);
+        QTest::keyClick(list, Qt::Key_Escape);
+        QTRY_COMPARE(viewer.ui().sizeTextButton->text(), windowed);
+    }
+
     void playButtonPausesResumesAndReplaysAtTheEnd()
     {
         Viewer& viewer = *m_viewer;

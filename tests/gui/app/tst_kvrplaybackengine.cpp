@@ -271,6 +271,56 @@ private slots:
         QVERIFY(viewer.ui().statusField->text().isEmpty());
     }
 
+    // The crash recording: the front file stops mid-way without its index, the rear runs on.
+    // The telemetry comes back from the chunks, and the partner is placed by elapsed time.
+    void aPairCutShortPlaysInStepWithItsRecoveredTelemetry()
+    {
+        const RecordingPlan* pair = m_card.longestPair();
+        QTemporaryDir dir;
+        const QString front = dir.filePath(QFileInfo(m_card.path(*pair, false)).fileName());
+        const QByteArray whole = test::readFile(m_card.path(*pair, false));
+        QVERIFY(test::writeFile(front, whole.left(whole.size() / 2)));
+        QVERIFY(QFile::copy(m_card.path(*pair, true),
+                            dir.filePath(QFileInfo(m_card.path(*pair, true)).fileName())));
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.openFolder(dir.path()));
+        QVERIFY(viewer.playRow(viewer.rowOf(QFileInfo(front).fileName())));
+        QVERIFY(viewer.ui().graphView->values().size() > 5);
+        QVERIFY(viewer.ui().telemetryNoteField->isVisible());
+
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player2()->state(), VLCMediaPlayerStatePaused);
+        for (const double fraction : {0.7, 0.3}) {
+            clickSlider(viewer.ui().videoPositionSlider, fraction);
+            QTRY_VERIFY_WITH_TIMEOUT(!viewer.engine()->moving(), 3000);
+            QTRY_VERIFY_WITH_TIMEOUT(
+                test::frameNumber(viewer.delegate->video1View()->lastFrame()) ==
+                    test::frameNumber(viewer.delegate->video2View()->lastFrame()),
+                3000);
+        }
+    }
+
+    // An empty file fails as soon as the player says so, and the failure names that file even
+    // when the person has selected another row meanwhile.
+    void anEmptyFileFailsAtOnceNamingItself()
+    {
+        QTemporaryDir dir;
+        const QString lone = m_card.path(*recording([](auto& r) { return !r.hasRear; }), false);
+        QVERIFY(QFile::copy(lone, dir.filePath("alwa_20240101_000000_F.avi")));
+        QVERIFY(test::writeFile(dir.filePath("alwa_20240101_000100_F.avi"), {}));
+        QVERIFY(QFile::copy(lone, dir.filePath("alwa_20240101_000200_F.avi")));
+        Viewer& viewer = *m_viewer;
+        viewer.delegate->loading()->setLongestDisplayTime(120.0);
+        QVERIFY(viewer.openFolder(dir.path()));
+        QVERIFY(viewer.playRow(0));
+        viewer.ui().mediaListTableView->selectOnlyRow(2);
+        clickSlider(viewer.ui().videoPositionSlider, 0.9);
+        QTRY_VERIFY_WITH_TIMEOUT(!viewer.ui().statusField->text().isEmpty(), test::StartWaitMs);
+        QVERIFY2(viewer.ui().statusField->text().endsWith(" alwa_20240101_000100_F.avi"),
+                 qPrintable(viewer.ui().statusField->text()));
+        QVERIFY(!viewer.engine()->waitingForPlayStart());
+    }
+
     void openingAnotherFolderStopsPlayback()
     {
         Viewer& viewer = *m_viewer;
