@@ -245,18 +245,24 @@ void KVRMainWindowUI::setupGsensorBox()
     values->addRow(caption(gsensorBox, qtTrId("main.hdop")), hdopField);
     //% "Satellites"
     values->addRow(caption(gsensorBox, qtTrId("main.satellites")), sateliteField);
+    // Over the graph's top right corner, where it is read with the curves it speaks of.
+    telemetryNoteField = named<QLabel>(graphView, "telemetryNoteField");
     //% "Recovered from a recording cut short"
-    telemetryNoteField = named<QLabel>(gsensorBox, "telemetryNoteField");
     telemetryNoteField->setText(qtTrId("main.telemetry_recovered"));
-    telemetryNoteField->setWordWrap(true);
+    telemetryNoteField->setContentsMargins(6, 1, 6, 1);
+    telemetryNoteField->setAutoFillBackground(true);
     QPalette warm = telemetryNoteField->palette();
     warm.setColor(QPalette::WindowText, NoteTextColor);
+    warm.setColor(QPalette::Window, PanelColor);
     telemetryNoteField->setPalette(warm);
     QFont small = telemetryNoteField->font();
     small.setPointSizeF(small.pointSizeF() * 0.85);
     telemetryNoteField->setFont(small);
     telemetryNoteField->hide();
-    values->addRow(telemetryNoteField);
+    auto* overlay = new QHBoxLayout(graphView);
+    overlay->setContentsMargins(24, 4, 24, 0);
+    overlay->addStretch(1);
+    overlay->addWidget(telemetryNoteField, 0, Qt::AlignTop);
     auto* valuesBox = new QWidget(gsensorBox);
     valuesBox->setLayout(values);
     valuesBox->setFixedWidth(170);

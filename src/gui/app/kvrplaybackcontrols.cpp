@@ -176,7 +176,9 @@ void KVRPlaybackControls::jumpForward()
     const double target = player1->position() + JumpSeconds / lengthSeconds;
     m_engine->setMoving(true, target);
     m_playInfo->setPosition(target);
+    const qint64 targetTime = player1->time().intValue() + JumpSeconds * 1000;
     player1->jumpForward(JumpSeconds);
+    m_engine->placePartnerAt(targetTime);
     m_engine->syncVideoPositionDelay(ResyncDelay);
 }
 
@@ -193,7 +195,9 @@ void KVRPlaybackControls::jumpBackward()
         m_engine->syncVideoPositionDelay(ResyncDelay);
     } else {
         m_engine->setMoving(true, sliderValue());
+        const qint64 targetTime = player1->time().intValue() - JumpSeconds * 1000;
         player1->jumpBackward(JumpSeconds);
+        m_engine->placePartnerAt(targetTime);
         m_engine->syncVideoPositionDelay(ResyncDelay);
     }
     updateAudioUI();

@@ -33,6 +33,8 @@ constexpr double StartResyncDelay = 0.3;
 constexpr int SwapAnimationMs = 1500;
 constexpr int SwapRestoreMs = 800;
 constexpr int SwapDoneMs = 1700;
+// How far before its end a shorter partner is sent to play out its last frames.
+constexpr qint64 PartnerEndMarginMs = 100;
 
 bool hasMedia(const VLCMediaPlayer* player)
 {
@@ -330,8 +332,12 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
             m_moving = false;
         if (opening != m_opening || !hasMedia(m_players.player1))
             return;
-        if (pair && hasMedia(m_players.player2))
+        // A paused player may not have reported where its seek landed yet; the partner was sent
+        // to the same target when the seek began, and stays there.
+        if (pair && hasMedia(m_players.player2) &&
+            (isPlaying(m_players.player1) || !m_partnerPlacedForMove))
             placePartnerAt(m_players.player1->time().intValue());
+        m_partnerPlacedForMove = false;
         // A paused player sends no time events: show the telemetry of where the seek landed.
         if (!isPlaying(m_players.player1))
             m_playInfo->setPosition(m_players.player1->position());
@@ -343,12 +349,32 @@ void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
     VLCMediaPlayer* player2 = m_players.player2;
     if (!hasMedia(player2))
         return;
+    m_partnerPlacedForMove = true;
     const qint64 length = player2->lengthMilliseconds();
     const bool beyondItsEnd = length > 0 && milliseconds >= length;
-    player2->setTime(VLCTime(beyondItsEnd ? length : std::max<qint64>(0, milliseconds)));
-    // A partner that rested at its end plays on once the large one is back within its length.
-    if (!beyondItsEnd && isPlaying(m_players.player1) && !player2->isPlaying())
+    const qint64 target =
+        std::max<qint64>(0, beyondItsEnd ? length - PartnerEndMarginMs : milliseconds);
+    if (player2->position() >= EndPosition) {
+        // libVLC no longer seeks a player that has reached the end of its file, whether it
+        // rests there or still says it plays: open the file afresh.
+        if (!beyondItsEnd)
+            reopenPartnerAt(target);
+        return;
+    }
+    player2->setTime(VLCTime(target));
+    // Past its end the partner plays out its last frames and rests on the last one; otherwise it
+    // plays while the large one plays.
+    if ((beyondItsEnd || isPlaying(m_players.player1)) && !player2->isPlaying())
         player2->play();
+}
+
+void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds)
+{
+    VLCMediaPlayer* player2 = m_players.player2;
+    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds,
+                                              !isPlaying(m_players.player1)));
+    player2->play();
+    m_controls->updateAudioUI();
 }
 
 void KVRPlaybackEngine::startTimerPlayNext()

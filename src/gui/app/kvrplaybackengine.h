@@ -101,6 +101,7 @@ private:
     void updateVideoViewsVisibility();
     void didStartPlayer();
     void didFinishPlay();
+    void reopenPartnerAt(qint64 milliseconds);
     void startTimerPlayNext();
     void stopTimerPlayNext();
     void timerPlayNext();
@@ -133,6 +134,8 @@ private:
     bool m_preparingPlayNext = false;
     bool m_swapping = false;
     bool m_moving = false;
+    // The partner was sent to the target of the move under way.
+    bool m_partnerPlacedForMove = false;
 };
 
 } // namespace kavro

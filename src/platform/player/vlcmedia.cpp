@@ -104,6 +104,19 @@ VLCMedia VLCMedia::mediaWithPath(const QString& path)
     return result;
 }
 
+VLCMedia VLCMedia::mediaWithPath(const QString& path, qint64 startMilliseconds, bool startPaused)
+{
+    VLCMedia media = mediaWithPath(path);
+    if (media.isNull())
+        return media;
+    const QByteArray start =
+        ":start-time=" + QByteArray::number(startMilliseconds / 1000.0, 'f', 3);
+    libvlc_media_add_option(media.d->media, start.constData());
+    if (startPaused)
+        libvlc_media_add_option(media.d->media, ":start-paused");
+    return media;
+}
+
 QUrl VLCMedia::url() const
 {
     return d ? d->url : QUrl();

@@ -291,5 +291,21 @@
         <source>This recording has no GPS data</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="main.path_missing">
+        <source>There is no file or folder at %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.not_a_recording">
+        <source>%1 is not a recording of the camera.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.no_recordings">
+        <source>No recordings in this folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.telemetry_recovered">
+        <source>Recovered from a recording cut short</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

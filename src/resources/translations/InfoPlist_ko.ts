@@ -291,5 +291,21 @@
         <source>This recording has no GPS data</source>
         <translation>이 녹화 파일에는 GPS 데이터가 없습니다</translation>
     </message>
+    <message id="main.path_missing">
+        <source>There is no file or folder at %1.</source>
+        <translation>%1 위치에 파일이나 폴더가 없습니다.</translation>
+    </message>
+    <message id="main.not_a_recording">
+        <source>%1 is not a recording of the camera.</source>
+        <translation>%1 파일은 블랙박스 녹화 파일이 아닙니다.</translation>
+    </message>
+    <message id="main.no_recordings">
+        <source>No recordings in this folder</source>
+        <translation>이 폴더에는 녹화 파일이 없습니다</translation>
+    </message>
+    <message id="main.telemetry_recovered">
+        <source>Recovered from a recording cut short</source>
+        <translation>잘린 녹화 파일에서 복구한 데이터</translation>
+    </message>
 </context>
 </TS>

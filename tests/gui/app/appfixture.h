@@ -18,6 +18,7 @@
 #include "player/vlcmediaplayer.h"
 #include "player/vlcvideoview.h"
 #include "resources/kavroresources.h"
+#include "resources/translations/infoplisttranslator.h"
 #include "telemetry/graphview.h"
 #include "testsupport.h"
 #include "timecode.h"
@@ -108,6 +109,8 @@ public:
     Viewer()
     {
         initImageResources();
+        // The person sees the English texts, not the keys.
+        installInfoPlistTranslator(QStringLiteral("en"));
         delegate = std::make_unique<KVRAppDelegate>();
         delegate->applicationDidFinishLaunching();
         window()->show();

@@ -107,7 +107,8 @@ private slots:
         QSignalSpy reloaded(viewer.delegate.get(), &KVRAppDelegate::mediaListReloaded);
         viewer.delegate->openPathFromCommandLine(empty.path());
         QVERIFY(reloaded.wait(test::StartWaitMs));
-        QCOMPARE(viewer.ui().mediaListTableView->emptyText(), qtTrId("main.no_recordings"));
+        QCOMPARE(viewer.ui().mediaListTableView->emptyText(),
+                 QString("No recordings in this folder"));
 
         const QString missing = empty.filePath("card-that-was-pulled");
         viewer.delegate->openPathFromCommandLine(missing);

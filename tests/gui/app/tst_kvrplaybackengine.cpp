@@ -1,5 +1,7 @@
 #include "appfixture.h"
 
+#include "telemetry/cutshortavi.h"
+
 #include <algorithm>
 
 using namespace kavro;
@@ -290,14 +292,40 @@ private slots:
 
         viewer.ui().playButton->click();
         QTRY_COMPARE(viewer.player2()->state(), VLCMediaPlayerStatePaused);
+        const auto frames = [&viewer] {
+            return QString("%1 / %2")
+                .arg(test::frameNumber(viewer.delegate->video1View()->lastFrame()).value_or(-1))
+                .arg(test::frameNumber(viewer.delegate->video2View()->lastFrame()).value_or(-1));
+        };
+        const auto inStep = [&frames] {
+            return frames().section(" / ", 0, 0) == frames().section(" / ", 1, 1);
+        };
         for (const double fraction : {0.7, 0.3}) {
+            const QString before = frames();
             clickSlider(viewer.ui().videoPositionSlider, fraction);
-            QTRY_VERIFY_WITH_TIMEOUT(!viewer.engine()->moving(), 3000);
-            QTRY_VERIFY_WITH_TIMEOUT(
-                test::frameNumber(viewer.delegate->video1View()->lastFrame()) ==
-                    test::frameNumber(viewer.delegate->video2View()->lastFrame()),
-                3000);
+            QTRY_VERIFY_WITH_TIMEOUT(!viewer.engine()->moving() && frames() != before, 3000);
+            QTRY_VERIFY2_WITH_TIMEOUT(inStep(), qPrintable(frames()), 8000);
         }
+
+        // The whole rear file large: past the front file's end the small picture rests on the
+        // front file's last frame.
+        const auto cut = CutShortAvi::open(front);
+        QVERIFY(cut);
+        QVERIFY(viewer.playRow(viewer.rowOf(QFileInfo(m_card.path(*pair, true)).fileName())));
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        clickSlider(viewer.ui().videoPositionSlider, 0.9);
+        QTRY_VERIFY_WITH_TIMEOUT(test::frameNumber(viewer.delegate->video2View()->lastFrame()) ==
+                                     cut->videoFrames() - 1,
+                                 3000);
+        // Back within its length, the partner that rested at its end follows again.
+        QTRY_VERIFY(!viewer.engine()->moving());
+        clickSlider(viewer.ui().videoPositionSlider, 0.2);
+        QTRY_VERIFY(!viewer.engine()->moving());
+        QTRY_VERIFY2_WITH_TIMEOUT(inStep(), qPrintable(frames()), 5000);
+        QTRY_COMPARE(viewer.player2()->state(), VLCMediaPlayerStatePaused);
+        QTest::qWait(500);
+        QVERIFY2(inStep(), qPrintable(frames()));
     }
 
     // An empty file fails as soon as the player says so, and the failure names that file even
