@@ -2,6 +2,7 @@
 
 #include "numbertext.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 
@@ -11,8 +12,14 @@ void JsonWriter::newline(int depth)
 {
     if (!m_pretty)
         return;
+    // The indentation from a constant in one append, rather than a fresh QByteArray per line.
+    static constexpr std::string_view Spaces = "                                ";
     m_out.append('\n');
-    m_out.append(QByteArray(depth * 2, ' '));
+    for (std::size_t left = std::size_t(std::max(depth, 0)) * 2; left > 0;) {
+        const std::size_t step = std::min(left, Spaces.size());
+        append(Spaces.substr(0, step));
+        left -= step;
+    }
 }
 
 void JsonWriter::beforeValue()
@@ -39,7 +46,8 @@ void JsonWriter::open(char bracket, bool isObject, Layout layout)
 {
     beforeValue();
     m_out.append(bracket);
-    bool inlineLayout = layout == Layout::Inline || (!m_stack.empty() && m_stack.back().inlineLayout);
+    bool inlineLayout =
+        layout == Layout::Inline || (!m_stack.empty() && m_stack.back().inlineLayout);
     m_stack.push_back({isObject, inlineLayout});
 }
 
@@ -54,10 +62,22 @@ void JsonWriter::close(char bracket)
     m_out.append(bracket);
 }
 
-void JsonWriter::beginObject(Layout layout) { open('{', true, layout); }
-void JsonWriter::endObject() { close('}'); }
-void JsonWriter::beginArray(Layout layout) { open('[', false, layout); }
-void JsonWriter::endArray() { close(']'); }
+void JsonWriter::beginObject(Layout layout)
+{
+    open('{', true, layout);
+}
+void JsonWriter::endObject()
+{
+    close('}');
+}
+void JsonWriter::beginArray(Layout layout)
+{
+    open('[', false, layout);
+}
+void JsonWriter::endArray()
+{
+    close(']');
+}
 
 void JsonWriter::key(std::string_view name)
 {
@@ -76,23 +96,39 @@ void JsonWriter::value(std::string_view text)
 {
     beforeValue();
     m_out.append('"');
-    for (unsigned char c : text) {
+    // Runs of characters that need no escape go in with one append each: a list of a full card
+    // is megabytes of paths, and appending them byte by byte was most of its cost.
+    std::size_t runStart = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c >= 0x20 && c != '"' && c != '\\')
+            continue;
+        append(text.substr(runStart, i - runStart));
+        runStart = i + 1;
         switch (c) {
-        case '"': m_out.append("\\\""); break;
-        case '\\': m_out.append("\\\\"); break;
-        case '\n': m_out.append("\\n"); break;
-        case '\r': m_out.append("\\r"); break;
-        case '\t': m_out.append("\\t"); break;
-        default:
-            if (c < 0x20) {
-                char escape[8];
-                std::snprintf(escape, sizeof escape, "\\u%04x", c);
-                m_out.append(escape);
-            } else {
-                m_out.append(static_cast<char>(c));
-            }
+        case '"':
+            append("\\\"");
+            break;
+        case '\\':
+            append("\\\\");
+            break;
+        case '\n':
+            append("\\n");
+            break;
+        case '\r':
+            append("\\r");
+            break;
+        case '\t':
+            append("\\t");
+            break;
+        default: {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04x", c);
+            append(escape);
+        }
         }
     }
+    append(text.substr(runStart));
     m_out.append('"');
 }
 
@@ -102,7 +138,10 @@ void JsonWriter::value(const QString& text)
     value(std::string_view(utf8.constData(), static_cast<size_t>(utf8.size())));
 }
 
-void JsonWriter::value(bool flag) { raw(flag ? "true" : "false"); }
+void JsonWriter::value(bool flag)
+{
+    raw(flag ? "true" : "false");
+}
 
 void JsonWriter::value(std::int64_t number)
 {
@@ -130,7 +169,17 @@ void JsonWriter::value(double number)
     raw(text.empty() ? "null" : text);
 }
 
-void JsonWriter::null() { raw("null"); }
+void JsonWriter::null()
+{
+    raw("null");
+}
+
+QByteArray JsonWriter::takePending()
+{
+    QByteArray pending = std::move(m_out);
+    m_out.clear();
+    return pending;
+}
 
 QByteArray JsonWriter::take()
 {

@@ -14,7 +14,11 @@ namespace kavro {
 class JsonWriter
 {
 public:
-    enum class Layout { Block, Inline };
+    enum class Layout
+    {
+        Block,
+        Inline
+    };
 
     explicit JsonWriter(bool pretty = true) : m_pretty(pretty) {}
 
@@ -39,6 +43,9 @@ public:
 
     // The document so far, with a final newline once every container is closed.
     QByteArray take();
+    // The text written since the last call, taken out; the writer goes on where it stands, so a
+    // long document can be sent out piece by piece.
+    QByteArray takePending();
 
 private:
     struct Frame
@@ -50,6 +57,7 @@ private:
 
     void beforeValue();
     void raw(std::string_view text);
+    void append(std::string_view text) { m_out.append(text.data(), qsizetype(text.size())); }
     void newline(int depth);
     void open(char bracket, bool isObject, Layout layout);
     void close(char bracket);

@@ -63,15 +63,6 @@ QString fixedText(double value)
     return QString::fromLatin1(buffer, result.ptr - buffer);
 }
 
-// Characters that XML 1.0 cannot carry at all become U+FFFD.
-QString xmlSafe(QString text)
-{
-    for (QChar& c : text)
-        if (c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r')
-            c = QChar::ReplacementCharacter;
-    return text;
-}
-
 QString utcText(const _SYSTEMTIME& now)
 {
     return QString::asprintf("%04u-%02u-%02uT%02u:%02u:%02u.%03u", now.wYear, now.wMonth, now.wDay,
@@ -93,6 +84,8 @@ void beginXml(QXmlStreamWriter& xml)
 
 } // namespace
 
+using namespace exportpart;
+
 std::vector<RoutePoint> routePoints(const KVRBlackBoxData& store)
 {
     std::vector<RoutePoint> points;
@@ -112,7 +105,76 @@ std::vector<RoutePoint> routePoints(const KVRBlackBoxData& store)
 QByteArray telemetryJson(const KVRBlackBoxData& store)
 {
     JsonWriter json;
+    writeTelemetryObject(json, store);
+    return json.take();
+}
+
+QByteArray telemetryCsv(const KVRBlackBoxData& store)
+{
+    QByteArray csv = csvHeader(false);
+    appendCsvLines(csv, store);
+    return csv;
+}
+
+QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    beginGpx(xml);
+    xml.writeStartElement("trk");
+    xml.writeTextElement("name", xmlSafe(name));
+    writeGpxSegment(xml, points);
+    xml.writeEndDocument();
+    return out;
+}
+
+QByteArray routeGeoJson(const std::vector<RoutePoint>& points, const QString& name)
+{
+    JsonWriter json;
     json.beginObject();
+    field(json, "type", "FeatureCollection");
+    json.key("features");
+    json.beginArray();
+    // A line needs two positions; a single fix is a point, none is an empty collection.
+    if (!points.empty()) {
+        json.beginObject();
+        field(json, "type", "Feature");
+        json.key("properties");
+        json.beginObject(JsonWriter::Layout::Inline);
+        field(json, "name", name);
+        json.endObject();
+        json.key("geometry");
+        writeGeoJsonGeometry(json, points);
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+    return json.take();
+}
+
+QByteArray routeKml(const std::vector<RoutePoint>& points, const QString& name)
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    beginKml(xml);
+    xml.writeTextElement("name", xmlSafe(name));
+    if (!points.empty()) {
+        xml.writeStartElement("Placemark");
+        xml.writeTextElement("name", xmlSafe(name));
+        writeKmlGeometry(xml, points);
+        xml.writeEndElement();
+    }
+    xml.writeEndDocument();
+    return out;
+}
+
+namespace exportpart {
+
+void writeTelemetryObject(JsonWriter& json, const KVRBlackBoxData& store, const QString* file)
+{
+    json.beginObject();
+    if (file)
+        field(json, "file", *file);
     json.key("gsensor");
     json.beginArray();
     for (const KVRGSensor& sample : store.GSensors()) {
@@ -156,16 +218,22 @@ QByteArray telemetryJson(const KVRBlackBoxData& store)
     }
     json.endArray();
     json.endObject();
-    return json.take();
 }
 
-QByteArray telemetryCsv(const KVRBlackBoxData& store)
+QByteArray csvHeader(bool withFile)
 {
-    QByteArray csv = "index,x,y,z,latitude,longitude,speed,unit\n";
+    return withFile ? "file,index,x,y,z,latitude,longitude,speed,unit\n"
+                    : "index,x,y,z,latitude,longitude,speed,unit\n";
+}
+
+void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_view filePrefix)
+{
     const auto& samples = store.GSensors();
+    std::string line;
     for (std::size_t k = 0; k < samples.size(); ++k) {
-        std::string line = std::to_string(k) + ',' + shortestText(samples[k].x) + ',' +
-                           shortestText(samples[k].y) + ',' + shortestText(samples[k].z);
+        line.assign(filePrefix);
+        line += std::to_string(k) + ',' + shortestText(samples[k].x) + ',' +
+                shortestText(samples[k].y) + ',' + shortestText(samples[k].z);
         if (k < store.vGpsData().size()) {
             const _AVI_GPS_DATA_T& record = store.vGpsData()[k]->data();
             const KVRGpsData& fix = store.gpsRecords()[store.vGpsRecordIndex()[k]].fix;
@@ -175,16 +243,21 @@ QByteArray telemetryCsv(const KVRBlackBoxData& store)
         } else {
             line += ",,,,";
         }
-        csv.append(line.data(), qsizetype(line.size()));
-        csv.append('\n');
+        line += '\n';
+        out.append(line.data(), qsizetype(line.size()));
     }
-    return csv;
 }
 
-QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
+QByteArray csvField(const QString& text)
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
+    QByteArray utf8 = text.toUtf8();
+    if (!utf8.contains(',') && !utf8.contains('"') && !utf8.contains('\n') && !utf8.contains('\r'))
+        return utf8;
+    return '"' + utf8.replace("\"", "\"\"") + '"';
+}
+
+void beginGpx(QXmlStreamWriter& xml)
+{
     beginXml(xml);
     xml.writeStartElement("gpx");
     xml.writeDefaultNamespace("http://www.topografix.com/GPX/1/1");
@@ -194,8 +267,18 @@ QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
     xml.writeAttribute("http://www.w3.org/2001/XMLSchema-instance", "schemaLocation",
                        "http://www.topografix.com/GPX/1/1 "
                        "http://www.topografix.com/GPX/1/1/gpx.xsd");
-    xml.writeStartElement("trk");
-    xml.writeTextElement("name", xmlSafe(name));
+}
+
+void beginKml(QXmlStreamWriter& xml)
+{
+    beginXml(xml);
+    xml.writeStartElement("kml");
+    xml.writeDefaultNamespace("http://www.opengis.net/kml/2.2");
+    xml.writeStartElement("Document");
+}
+
+void writeGpxSegment(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
+{
     xml.writeStartElement("trkseg");
     for (const RoutePoint& point : points) {
         xml.writeStartElement("trkpt");
@@ -205,71 +288,53 @@ QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
             xml.writeTextElement("time", point.time->toString(Qt::ISODateWithMs));
         xml.writeEndElement();
     }
-    xml.writeEndDocument();
-    return out;
+    xml.writeEndElement();
 }
 
-QByteArray routeGeoJson(const std::vector<RoutePoint>& points, const QString& name)
+void writeKmlGeometry(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
 {
-    JsonWriter json;
+    if (points.empty())
+        return;
+    QStringList coordinates;
+    for (const RoutePoint& point : points)
+        coordinates.append(fixedText(point.longitude) + ',' + fixedText(point.latitude));
+    xml.writeStartElement(points.size() == 1 ? "Point" : "LineString");
+    if (points.size() > 1)
+        xml.writeTextElement("tessellate", "1");
+    xml.writeTextElement("coordinates", coordinates.join(' '));
+    xml.writeEndElement();
+}
+
+void writeGeoJsonGeometry(JsonWriter& json, const std::vector<RoutePoint>& points)
+{
+    if (points.empty()) {
+        json.null();
+        return;
+    }
     json.beginObject();
-    field(json, "type", "FeatureCollection");
-    json.key("features");
-    json.beginArray();
-    // A line needs two positions; a single fix is a point, none is an empty collection.
-    if (!points.empty()) {
-        json.beginObject();
-        field(json, "type", "Feature");
-        json.key("properties");
-        json.beginObject(JsonWriter::Layout::Inline);
-        field(json, "name", name);
-        json.endObject();
-        json.key("geometry");
-        json.beginObject();
-        field(json, "type", points.size() == 1 ? "Point" : "LineString");
-        json.key("coordinates");
-        if (points.size() > 1)
-            json.beginArray();
-        for (const RoutePoint& point : points) {
-            json.beginArray(JsonWriter::Layout::Inline);
-            json.value(point.longitude);
-            json.value(point.latitude);
-            json.endArray();
-        }
-        if (points.size() > 1)
-            json.endArray();
-        json.endObject();
-        json.endObject();
+    field(json, "type", points.size() == 1 ? "Point" : "LineString");
+    json.key("coordinates");
+    if (points.size() > 1)
+        json.beginArray();
+    for (const RoutePoint& point : points) {
+        json.beginArray(JsonWriter::Layout::Inline);
+        json.value(point.longitude);
+        json.value(point.latitude);
+        json.endArray();
     }
-    json.endArray();
+    if (points.size() > 1)
+        json.endArray();
     json.endObject();
-    return json.take();
 }
 
-QByteArray routeKml(const std::vector<RoutePoint>& points, const QString& name)
+QString xmlSafe(QString text)
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
-    beginXml(xml);
-    xml.writeStartElement("kml");
-    xml.writeDefaultNamespace("http://www.opengis.net/kml/2.2");
-    xml.writeStartElement("Document");
-    xml.writeTextElement("name", xmlSafe(name));
-    if (!points.empty()) {
-        QStringList coordinates;
-        for (const RoutePoint& point : points)
-            coordinates.append(fixedText(point.longitude) + ',' + fixedText(point.latitude));
-        xml.writeStartElement("Placemark");
-        xml.writeTextElement("name", xmlSafe(name));
-        xml.writeStartElement(points.size() == 1 ? "Point" : "LineString");
-        if (points.size() > 1)
-            xml.writeTextElement("tessellate", "1");
-        xml.writeTextElement("coordinates", coordinates.join(' '));
-        xml.writeEndElement();
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return out;
+    for (QChar& c : text)
+        if (c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r')
+            c = QChar::ReplacementCharacter;
+    return text;
 }
+
+} // namespace exportpart
 
 } // namespace kavro
