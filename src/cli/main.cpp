@@ -2,6 +2,7 @@
 #include "commands.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 
 using namespace kavro::cli;
 
@@ -27,11 +28,14 @@ Exit status: 0 on success, 2 on unusable input (with one line on stderr).)";
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication app(argc, argv);
+    // No application object: nothing here runs an event loop, and building one costs a locale
+    // set-up on every start. The names are kept for the preferences store.
     QCoreApplication::setApplicationName("kavro");
     QCoreApplication::setOrganizationName("KAVRO");
 
-    QStringList arguments = app.arguments().mid(1);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
     if (arguments.isEmpty())
         return fail("no command given (try 'kavro --help')");
     QString command = arguments.takeFirst();

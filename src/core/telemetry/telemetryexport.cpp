@@ -2,13 +2,16 @@
 
 #include "card/nmeadegrees.h"
 #include "common/jsonwriter.h"
-#include "common/numbertext.h"
 #include "kvrblackboxdata.h"
 
+#include <QBuffer>
 #include <QXmlStreamWriter>
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <string>
 
 namespace kavro {
 
@@ -55,12 +58,45 @@ QString letter(char c)
 
 // Plain decimal notation, as short as round-trips: XML schemas for coordinates don't take
 // exponents.
-QString fixedText(double value)
+void appendFixed(QByteArray& out, double value)
 {
     char buffer[400];
     const auto result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
-    return QString::fromLatin1(buffer, result.ptr - buffer);
+    out.append(buffer, result.ptr - buffer);
+}
+
+// The UTC of a point as ISO 8601 with milliseconds and a 'Z', as QDateTime writes it; written
+// by hand for the four-digit years ISO 8601 knows, since QDateTime's own formatting was most of
+// the cost of a route.
+void appendIsoUtc(QByteArray& out, const QDateTime& time)
+{
+    const QDate date = time.date();
+    const QTime clock = time.time();
+    if (date.year() < 0 || date.year() > 9999) {
+        out.append(time.toString(Qt::ISODateWithMs).toUtf8());
+        return;
+    }
+    char buffer[32];
+    const int length = std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ",
+                                     date.year(), date.month(), date.day(), clock.hour(),
+                                     clock.minute(), clock.second(), clock.msec());
+    out.append(buffer, length);
+}
+
+void appendNumber(std::string& line, std::uint64_t value)
+{
+    char buffer[24];
+    line.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
+// Shortest round-trip text as shortestText() gives it, without a string of its own.
+template <typename T> void appendShortest(std::string& line, T value)
+{
+    if (!std::isfinite(value))
+        return;
+    char buffer[64];
+    line.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
 QString utcText(const _SYSTEMTIME& now)
@@ -119,7 +155,9 @@ QByteArray telemetryCsv(const KVRBlackBoxData& store)
 QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
 {
     QByteArray out;
-    QXmlStreamWriter xml(&out);
+    QBuffer buffer(&out);
+    buffer.open(QIODevice::WriteOnly);
+    QXmlStreamWriter xml(&buffer);
     beginGpx(xml);
     xml.writeStartElement("trk");
     xml.writeTextElement("name", xmlSafe(name));
@@ -229,17 +267,32 @@ QByteArray csvHeader(bool withFile)
 void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_view filePrefix)
 {
     const auto& samples = store.GSensors();
+    // Samples come ten to a GPS record: its position is turned into text once per record.
     std::string line;
+    std::string position;
+    std::size_t positionOf = SIZE_MAX;
     for (std::size_t k = 0; k < samples.size(); ++k) {
         line.assign(filePrefix);
-        line += std::to_string(k) + ',' + shortestText(samples[k].x) + ',' +
-                shortestText(samples[k].y) + ',' + shortestText(samples[k].z);
+        appendNumber(line, k);
+        for (float axis : {samples[k].x, samples[k].y, samples[k].z}) {
+            line += ',';
+            appendShortest(line, axis);
+        }
         if (k < store.vGpsData().size()) {
-            const _AVI_GPS_DATA_T& record = store.vGpsData()[k]->data();
-            const KVRGpsData& fix = store.gpsRecords()[store.vGpsRecordIndex()[k]].fix;
-            line += ',' + shortestText(latitudeOf(record, fix)) + ',' +
-                    shortestText(longitudeOf(record, fix)) + ',' + std::to_string(record.fSpeed) +
-                    ',' + unitOf(record);
+            const std::size_t recordIndex = store.vGpsRecordIndex()[k];
+            if (recordIndex != positionOf) {
+                const _AVI_GPS_DATA_T& record = store.vGpsData()[k]->data();
+                const KVRGpsData& fix = store.gpsRecords()[recordIndex].fix;
+                position.assign(1, ',');
+                appendShortest(position, latitudeOf(record, fix));
+                position += ',';
+                appendShortest(position, longitudeOf(record, fix));
+                position += ',';
+                appendNumber(position, record.fSpeed);
+                (position += ',') += unitOf(record);
+                positionOf = recordIndex;
+            }
+            line += position;
         } else {
             line += ",,,,";
         }
@@ -279,29 +332,49 @@ void beginKml(QXmlStreamWriter& xml)
 
 void writeGpxSegment(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
 {
-    xml.writeStartElement("trkseg");
+    // The points are the bulk of a route and hold nothing to escape, so they are written as the
+    // stream writer lays them out (auto-formatted at the depth of gpx > trk > trkseg) straight to
+    // its device; the writer's own state is the same before and after a whole segment.
+    QByteArray text;
+    text.reserve(qsizetype(32 + points.size() * 96));
+    if (points.empty())
+        text.append("\n    <trkseg/>");
+    else
+        text.append("\n    <trkseg>");
     for (const RoutePoint& point : points) {
-        xml.writeStartElement("trkpt");
-        xml.writeAttribute("lat", fixedText(point.latitude));
-        xml.writeAttribute("lon", fixedText(point.longitude));
-        if (point.time)
-            xml.writeTextElement("time", point.time->toString(Qt::ISODateWithMs));
-        xml.writeEndElement();
+        text.append("\n      <trkpt lat=\"");
+        appendFixed(text, point.latitude);
+        text.append("\" lon=\"");
+        appendFixed(text, point.longitude);
+        if (!point.time) {
+            text.append("\"/>");
+            continue;
+        }
+        text.append("\">\n        <time>");
+        appendIsoUtc(text, *point.time);
+        text.append("</time>\n      </trkpt>");
     }
-    xml.writeEndElement();
+    if (!points.empty())
+        text.append("\n    </trkseg>");
+    xml.device()->write(text);
 }
 
 void writeKmlGeometry(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
 {
     if (points.empty())
         return;
-    QStringList coordinates;
-    for (const RoutePoint& point : points)
-        coordinates.append(fixedText(point.longitude) + ',' + fixedText(point.latitude));
+    QByteArray coordinates;
+    for (const RoutePoint& point : points) {
+        if (!coordinates.isEmpty())
+            coordinates.append(' ');
+        appendFixed(coordinates, point.longitude);
+        coordinates.append(',');
+        appendFixed(coordinates, point.latitude);
+    }
     xml.writeStartElement(points.size() == 1 ? "Point" : "LineString");
     if (points.size() > 1)
         xml.writeTextElement("tessellate", "1");
-    xml.writeTextElement("coordinates", coordinates.join(' '));
+    xml.writeTextElement("coordinates", QString::fromLatin1(coordinates));
     xml.writeEndElement();
 }
 
