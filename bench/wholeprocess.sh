@@ -40,7 +40,7 @@ compare() {
     local name="$1" target="$2" options="$3" command="$4" reference="$5"
     # shellcheck disable=SC2086 # the options are words
     hyperfine --style none --warmup 3 --runs "$runs" --output=pipe $options \
-        --export-json "$data/$name.json" "$command" "$reference" >/dev/null
+        --export-json "$data/$name.json" "$command" "$reference" >/dev/null 2>>"$data/hyperfine.log"
     python3 - "$data/$name.json" "$name" "$target" <<'EOF'
 import json, sys
 results = json.load(open(sys.argv[1]))["results"]

@@ -10,7 +10,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 
 namespace kavro {
@@ -77,11 +76,19 @@ void appendIsoUtc(QByteArray& out, const QDateTime& time)
         out.append(time.toString(Qt::ISODateWithMs).toUtf8());
         return;
     }
-    char buffer[32];
-    const int length = std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ",
-                                     date.year(), date.month(), date.day(), clock.hour(),
-                                     clock.minute(), clock.second(), clock.msec());
-    out.append(buffer, length);
+    char text[] = "0000-00-00T00:00:00.000Z";
+    auto put = [&text](int at, int value, int digits) {
+        for (int i = at + digits - 1; i >= at; --i, value /= 10)
+            text[i] = char('0' + value % 10);
+    };
+    put(0, date.year(), 4);
+    put(5, date.month(), 2);
+    put(8, date.day(), 2);
+    put(11, clock.hour(), 2);
+    put(14, clock.minute(), 2);
+    put(17, clock.second(), 2);
+    put(20, clock.msec(), 3);
+    out.append(text, qsizetype(sizeof text - 1));
 }
 
 void appendNumber(std::string& line, std::uint64_t value)
