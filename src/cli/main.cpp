@@ -13,7 +13,8 @@ const char* const ToolHelp = R"(Usage: kavro COMMAND [ARGUMENTS] [-o FILE]
 Reads and writes the files of the KAVRO dash camera and its card.
 
 Commands:
-  telemetry FILE [--format json|csv|gpx|geojson|kml]   telemetry of a recording
+  telemetry PATH... [--format json|csv|gpx|geojson|kml] [--gap SECONDS] [--progress]
+                                                         telemetry of recordings or whole cards
   list DIR [--format text|json]                          recordings of a folder, in list order
   config show FILE [--format json|text]                  fields of a config.bin
   config defaults OUT                                    write the default config.bin
@@ -22,7 +23,8 @@ Commands:
   clock PATH [--at "YYYY/MM/DD HH:MM:SS"]                write timeset.cfg
 
 Every command takes --help, and -o FILE to write its output to a file.
-Exit status: 0 on success, 2 on unusable input (with one line on stderr).)";
+Exit status: 0 on success, 2 on unusable input (with one line on stderr); telemetry gives 1 when
+it skipped some files but read others.)";
 
 } // namespace
 

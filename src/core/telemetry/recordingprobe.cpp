@@ -7,7 +7,11 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace kavro {
 
@@ -25,24 +29,60 @@ std::uint32_t u32At(const char* bytes)
     return qFromLittleEndian<std::uint32_t>(bytes);
 }
 
-// Reads exactly length bytes at offset, or reports false.
-bool readAt(QFile& file, qint64 offset, char* target, qint64 length)
+// The file open for reading, closed when done. Plain descriptor calls: a card has hundreds of
+// recordings, and the probe is three small reads of each.
+class ReadOnlyFile
 {
-    return file.seek(offset) && file.read(target, length) == length;
-}
+public:
+    explicit ReadOnlyFile(const QString& path)
+        : m_fd(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC))
+    {
+        if (m_fd < 0)
+            m_error = QString::fromLocal8Bit(std::strerror(errno));
+    }
+    ~ReadOnlyFile()
+    {
+        if (m_fd >= 0)
+            ::close(m_fd);
+    }
+    ReadOnlyFile(const ReadOnlyFile&) = delete;
+    ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
+
+    bool isOpen() const { return m_fd >= 0; }
+    const QString& error() const { return m_error; }
+    // How many of length bytes at offset were there.
+    qint64 readAt(qint64 offset, char* target, qint64 length) const
+    {
+        qint64 got = 0;
+        while (got < length) {
+            const ssize_t n =
+                ::pread(m_fd, target + got, std::size_t(length - got), off_t(offset + got));
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0)
+                break;
+            got += n;
+        }
+        return got;
+    }
+
+private:
+    int m_fd;
+    QString m_error;
+};
 
 } // namespace
 
 RecordingProbe RecordingProbe::probe(const QString& path)
 {
     RecordingProbe probe;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        probe.m_openError = file.errorString();
+    const ReadOnlyFile file(path);
+    if (!file.isOpen()) {
+        probe.m_openError = file.error();
         return probe;
     }
     char head[HeadBytes];
-    const qint64 got = file.read(head, HeadBytes);
+    const qint64 got = file.readAt(0, head, HeadBytes);
     if (got < 12 || std::memcmp(head, "RIFF", 4) != 0 || std::memcmp(head + 8, "AVI ", 4) != 0) {
         probe.m_status = Status::NotAvi;
         return probe;
@@ -55,8 +95,8 @@ RecordingProbe RecordingProbe::probe(const QString& path)
     char listSize[4];
     char indexId[4];
     if (microSecPerFrame == 0 || totalFrames == 0 ||
-        !readAt(file, avi::MoviListSizeOffset, listSize, 4) ||
-        !readAt(file, qint64(avi::MoviTypeOffset) + u32At(listSize), indexId, 4) ||
+        file.readAt(avi::MoviListSizeOffset, listSize, 4) != 4 ||
+        file.readAt(qint64(avi::MoviTypeOffset) + u32At(listSize), indexId, 4) != 4 ||
         std::memcmp(indexId, "idx1", 4) != 0)
         return probe;
     probe.m_headerSeconds = double(totalFrames) * microSecPerFrame / 1e6;

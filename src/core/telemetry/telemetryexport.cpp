@@ -7,6 +7,9 @@
 #include <QBuffer>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -271,9 +274,44 @@ QByteArray csvHeader(bool withFile)
                     : "index,x,y,z,latitude,longitude,speed,unit\n";
 }
 
+namespace {
+
+// The shortest texts of recent axis values. A G-sensor reports a few hundred distinct counts in a
+// recording, so most values are turned into text once rather than once per sample.
+class AxisTexts
+{
+public:
+    std::string_view text(float value)
+    {
+        const std::uint32_t bits = std::bit_cast<std::uint32_t>(value);
+        Entry& entry = m_entries[(bits * 2654435761u) >> 24];
+        if (!entry.used || entry.bits != bits) {
+            // The shortest text of a float is at most 15 characters ("-1.17549435e-38").
+            char* end = std::to_chars(entry.text, entry.text + sizeof entry.text, value).ptr;
+            entry.length = std::isfinite(value) ? std::uint8_t(end - entry.text) : 0;
+            entry.bits = bits;
+            entry.used = true;
+        }
+        return {entry.text, entry.length};
+    }
+
+private:
+    struct Entry
+    {
+        std::uint32_t bits = 0;
+        bool used = false;
+        std::uint8_t length = 0;
+        char text[24];
+    };
+    std::array<Entry, 256> m_entries{};
+};
+
+} // namespace
+
 void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_view filePrefix)
 {
     const auto& samples = store.GSensors();
+    AxisTexts axes;
     // Samples come ten to a GPS record: its position is turned into text once per record.
     std::string line;
     std::string position;
@@ -283,7 +321,7 @@ void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_v
         appendNumber(line, k);
         for (float axis : {samples[k].x, samples[k].y, samples[k].z}) {
             line += ',';
-            appendShortest(line, axis);
+            line += axes.text(axis);
         }
         if (k < store.vGpsData().size()) {
             const std::size_t recordIndex = store.vGpsRecordIndex()[k];

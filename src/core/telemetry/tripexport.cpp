@@ -66,44 +66,52 @@ protected:
     const TripPlan& m_plan;
 };
 
-class GpxDocument final : public DocumentWriter
+// GPX and KML alike: a drive is an element with its start as name and its files as description.
+class XmlDocument : public DocumentWriter
 {
 public:
-    explicit GpxDocument(const TripPlan& plan) : DocumentWriter(plan), m_xml(&m_device)
+    XmlDocument(const TripPlan& plan, void (*begin)(QXmlStreamWriter&), const char* driveElement,
+                const char* descriptionElement)
+        : DocumentWriter(plan), m_xml(&m_device), m_driveElement(driveElement),
+          m_descriptionElement(descriptionElement)
     {
-        beginGpx(m_xml);
+        begin(m_xml);
     }
     void beginDrive(const TripPlan::Drive& drive) override
     {
-        m_xml.writeStartElement("trk");
+        m_xml.writeStartElement(m_driveElement);
         m_xml.writeTextElement("name", xmlSafe(driveName(drive)));
-        m_xml.writeTextElement("desc", xmlSafe(driveFiles(drive)));
-    }
-    void recording(const TripPlan::Recording&, const KVRBlackBoxData& store) override
-    {
-        writeGpxSegment(m_xml, routePoints(store));
+        m_xml.writeTextElement(m_descriptionElement, xmlSafe(driveFiles(drive)));
     }
     void endDrive() override { m_xml.writeEndElement(); }
     void end() override { m_xml.writeEndDocument(); }
     QByteArray takePending() override { return m_device.take(); }
 
-private:
+protected:
     PendingDevice m_device;
     QXmlStreamWriter m_xml;
+
+private:
+    QString m_driveElement;
+    QString m_descriptionElement;
 };
 
-class KmlDocument final : public DocumentWriter
+class GpxDocument final : public XmlDocument
 {
 public:
-    explicit KmlDocument(const TripPlan& plan) : DocumentWriter(plan), m_xml(&m_device)
+    explicit GpxDocument(const TripPlan& plan) : XmlDocument(plan, beginGpx, "trk", "desc") {}
+    void recording(const TripPlan::Recording&, const KVRBlackBoxData& store) override
     {
-        beginKml(m_xml);
+        writeGpxSegment(m_xml, routePoints(store));
     }
-    void beginDrive(const TripPlan::Drive& drive) override
+};
+
+class KmlDocument final : public XmlDocument
+{
+public:
+    explicit KmlDocument(const TripPlan& plan)
+        : XmlDocument(plan, beginKml, "Folder", "description")
     {
-        m_xml.writeStartElement("Folder");
-        m_xml.writeTextElement("name", xmlSafe(driveName(drive)));
-        m_xml.writeTextElement("description", xmlSafe(driveFiles(drive)));
     }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
@@ -112,13 +120,6 @@ public:
         writeKmlGeometry(m_xml, routePoints(store));
         m_xml.writeEndElement();
     }
-    void endDrive() override { m_xml.writeEndElement(); }
-    void end() override { m_xml.writeEndDocument(); }
-    QByteArray takePending() override { return m_device.take(); }
-
-private:
-    PendingDevice m_device;
-    QXmlStreamWriter m_xml;
 };
 
 class GeoJsonDocument final : public DocumentWriter
