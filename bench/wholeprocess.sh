@@ -36,18 +36,31 @@ print("\n".join(r["path"] for r in json.load(sys.stdin)
 }
 
 # NAME TARGET_TEXT "hyperfine options" COMMAND REFERENCE: prints both medians and command/reference.
+# The runs are split into rounds that alternate which command goes first, so that a change in the
+# load of the shared machine falls on both alike; the medians are taken over all rounds.
 compare() {
     local name="$1" target="$2" options="$3" command="$4" reference="$5"
-    # shellcheck disable=SC2086 # the options are words
-    hyperfine --style none --warmup 3 --runs "$runs" --output=pipe $options \
-        --export-json "$data/$name.json" "$command" "$reference" >/dev/null 2>>"$data/hyperfine.log"
-    python3 - "$data/$name.json" "$name" "$target" <<'EOF'
-import json, sys
-results = json.load(open(sys.argv[1]))["results"]
-a, b = (r["median"] * 1000 for r in results)
-print(f"{sys.argv[2]}: {a:.2f} ms / {b:.2f} ms = {a / b:.2f} ({sys.argv[3]})")
-for r in results:
-    print(f"    {r['median'] * 1000:8.2f} ms  {r['command'][:110]}")
+    local rounds=5 round first second
+    rm -f "$data/$name".*.json
+    for ((round = 0; round < rounds; ++round)); do
+        first="$command" second="$reference"
+        if ((round % 2)); then first="$reference" second="$command"; fi
+        # shellcheck disable=SC2086 # the options are words
+        hyperfine --style none --warmup 2 --runs $(((runs + rounds - 1) / rounds)) --output=pipe \
+            $options --export-json "$data/$name.$round.json" "$first" "$second" \
+            >/dev/null 2>>"$data/hyperfine.log"
+    done
+    python3 - "$name" "$target" "$command" "$reference" "$data/$name".*.json <<'EOF'
+import json, statistics, sys
+name, target, command, reference = sys.argv[1:5]
+times = {command: [], reference: []}
+for path in sys.argv[5:]:
+    for result in json.load(open(path))["results"]:
+        times[result["command"]] += result["times"]
+a, b = (statistics.median(times[c]) * 1000 for c in (command, reference))
+print(f"{name}: {a:.2f} ms / {b:.2f} ms = {a / b:.2f} ({target}; {len(times[command])} runs each)")
+for c in (command, reference):
+    print(f"    {statistics.median(times[c]) * 1000:8.2f} ms  {c[:110]}")
 EOF
 }
 
@@ -55,7 +68,7 @@ mapfile -t demo_files < <(files_read "$data/demo")
 mapfile -t card_files < <(files_read "$data/card200")
 recording="$data/recording-3min.avi"
 echo "cards: demo ${#demo_files[@]} recordings read, card200 ${#card_files[@]} recordings read"
-echo "medians of $runs runs; ratio = first command / reference"
+echo "medians of about $runs runs; ratio = first command / reference"
 
 compare card200-gpx "target at most 1.5" "-N" \
     "$kavro telemetry $data/card200 --format gpx" "$reader ${card_files[*]}"
