@@ -11,7 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-enum {
+enum
+{
     MoviListSizeOffset = 14136,
     IndexStartOffset = 14148, /* plus the list size */
     ChunkDataOffset = 14148,  /* plus an entry's offset */

@@ -50,20 +50,11 @@ public:
 
     bool isOpen() const { return m_fd >= 0; }
     const QString& error() const { return m_error; }
-    // How many of length bytes at offset were there.
+    // How many of length bytes at offset were there (-1 on an error). One call suffices: a read
+    // of a regular file comes back short only at its end.
     qint64 readAt(qint64 offset, char* target, qint64 length) const
     {
-        qint64 got = 0;
-        while (got < length) {
-            const ssize_t n =
-                ::pread(m_fd, target + got, std::size_t(length - got), off_t(offset + got));
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0)
-                break;
-            got += n;
-        }
-        return got;
+        return ::pread(m_fd, target, std::size_t(length), off_t(offset));
     }
 
 private:
