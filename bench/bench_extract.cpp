@@ -217,6 +217,12 @@ int main(int argc, char* argv[])
     QCoreApplication app(argc, argv);
     if (argc == 3 && std::strcmp(argv[1], "--measure") == 0)
         return measureOne(QString::fromLocal8Bit(argv[2]));
+    // The recording alone, for the whole-process benchmarks of bench/wholeprocess.sh.
+    if (argc == 3 && std::strcmp(argv[1], "--write") == 0)
+        return writeRecording(QString::fromLocal8Bit(argv[2]),
+                              videoFrames(QStandardPaths::findExecutable("ffmpeg")))
+                   ? 0
+                   : 1;
 
     QTemporaryDir dir;
     const QString path = dir.filePath("recording.avi");

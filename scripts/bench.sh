@@ -11,8 +11,10 @@ for source in "$root"/bench/bench_*.cpp; do
     targets+=("$(basename "$source" .cpp)")
 done
 cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKAVRO_BUILD_TESTS=OFF >/dev/null
-cmake --build "$build_dir" -j "${JOBS:-2}" --target "${targets[@]}"
+cmake --build "$build_dir" -j "${JOBS:-2}" --target "${targets[@]}" kavro kavro-camsim minimal_reader
 for target in "${targets[@]}"; do
     echo "== $target"
     "$build_dir/bench/$target"
 done
+echo "== whole processes"
+"$root/bench/wholeprocess.sh" "$build_dir"

@@ -2,6 +2,7 @@
 #include "commands.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 
 using namespace kavro::cli;
 
@@ -12,7 +13,8 @@ const char* const ToolHelp = R"(Usage: kavro COMMAND [ARGUMENTS]
 Reads and writes the files of the KAVRO dash camera and its card.
 
 Commands:
-  telemetry FILE [--format json|csv|gpx|geojson|kml]   telemetry of a recording
+  telemetry PATH... [--format json|csv|gpx|geojson|kml] [--gap SECONDS] [--progress]
+                                                         telemetry of recordings or whole cards
   list DIR [--format text|json]                          recordings of a folder, in list order
   config show FILE [--format json|text]                  fields of a config.bin
   config defaults OUT                                    write the default config.bin
@@ -22,17 +24,21 @@ Commands:
 
 Every command takes --help. The commands that print (telemetry, list, config show, drv) take
 -o FILE to write their output to a file instead; "-o -" is standard output.
-Exit status: 0 on success, 2 on unusable input (with one line on stderr).)";
+Exit status: 0 on success, 2 on unusable input (with one line on stderr); telemetry gives 1 when
+it skipped some files but read others.)";
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication app(argc, argv);
+    // No application object: nothing here runs an event loop, and building one costs a locale
+    // set-up on every start. The names are kept for the preferences store.
     QCoreApplication::setApplicationName("kavro");
     QCoreApplication::setOrganizationName("KAVRO");
 
-    QStringList arguments = app.arguments().mid(1);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
     if (arguments.isEmpty())
         return fail("no command given (try 'kavro --help')");
     QString command = arguments.takeFirst();

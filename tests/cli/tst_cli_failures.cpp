@@ -65,9 +65,11 @@ private slots:
         QTest::newRow("unknown command") << QStringList{"bogus"} << QByteArray("kavro: unknown");
 
         row("telemetry: no file", {"telemetry"});
-        row("telemetry: two files", {"telemetry", "@/rec.avi", "@/rec.avi"});
         row("telemetry: missing file", {"telemetry", "@/missing.avi"});
         row("telemetry: not AVI", {"telemetry", "@/notes.txt"});
+        row("telemetry: folder without recordings", {"telemetry", "@"});
+        row("telemetry: negative gap", {"telemetry", "@/rec.avi", "@", "--gap", "-1"});
+        row("telemetry: gap not a number", {"telemetry", "@/rec.avi", "--gap", "2m"});
         row("telemetry: unknown format", {"telemetry", "@/rec.avi", "--format", "xml"});
         row("telemetry: unknown option", {"telemetry", "@/rec.avi", "--fast"});
 

@@ -2,8 +2,10 @@
 
 #include "numbertext.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 
 namespace kavro {
 
@@ -11,8 +13,14 @@ void JsonWriter::newline(int depth)
 {
     if (!m_pretty)
         return;
-    m_out.append('\n');
-    m_out.append(QByteArray(depth * 2, ' '));
+    // The indentation from a constant in one append, rather than a fresh QByteArray per line.
+    static constexpr std::string_view Spaces = "                                ";
+    m_out += '\n';
+    for (std::size_t left = std::size_t(std::max(depth, 0)) * 2; left > 0;) {
+        const std::size_t step = std::min(left, Spaces.size());
+        append(Spaces.substr(0, step));
+        left -= step;
+    }
 }
 
 void JsonWriter::beforeValue()
@@ -25,10 +33,10 @@ void JsonWriter::beforeValue()
         return;
     Frame& frame = m_stack.back();
     if (!frame.empty)
-        m_out.append(',');
+        m_out += ',';
     if (frame.inlineLayout) {
         if (!frame.empty && m_pretty)
-            m_out.append(' ');
+            m_out += ' ';
     } else {
         newline(static_cast<int>(m_stack.size()));
     }
@@ -38,8 +46,9 @@ void JsonWriter::beforeValue()
 void JsonWriter::open(char bracket, bool isObject, Layout layout)
 {
     beforeValue();
-    m_out.append(bracket);
-    bool inlineLayout = layout == Layout::Inline || (!m_stack.empty() && m_stack.back().inlineLayout);
+    m_out += bracket;
+    bool inlineLayout =
+        layout == Layout::Inline || (!m_stack.empty() && m_stack.back().inlineLayout);
     m_stack.push_back({isObject, inlineLayout});
 }
 
@@ -51,13 +60,25 @@ void JsonWriter::close(char bracket)
     m_stack.pop_back();
     if (!frame.empty && !frame.inlineLayout)
         newline(static_cast<int>(m_stack.size()));
-    m_out.append(bracket);
+    m_out += bracket;
 }
 
-void JsonWriter::beginObject(Layout layout) { open('{', true, layout); }
-void JsonWriter::endObject() { close('}'); }
-void JsonWriter::beginArray(Layout layout) { open('[', false, layout); }
-void JsonWriter::endArray() { close(']'); }
+void JsonWriter::beginObject(Layout layout)
+{
+    open('{', true, layout);
+}
+void JsonWriter::endObject()
+{
+    close('}');
+}
+void JsonWriter::beginArray(Layout layout)
+{
+    open('[', false, layout);
+}
+void JsonWriter::endArray()
+{
+    close(']');
+}
 
 void JsonWriter::key(std::string_view name)
 {
@@ -69,31 +90,72 @@ void JsonWriter::key(std::string_view name)
 void JsonWriter::raw(std::string_view text)
 {
     beforeValue();
-    m_out.append(text.data(), static_cast<qsizetype>(text.size()));
+    m_out.append(text);
 }
+
+namespace {
+
+// Where the first byte that JSON must escape (a control character, '"' or '\\') lies at or after
+// from, eight bytes at a time: a list of a full card is megabytes of paths with nothing to escape.
+std::size_t nextEscape(std::string_view text, std::size_t from)
+{
+    constexpr std::uint64_t Ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t Highs = 0x8080808080808080ULL;
+    auto hasZeroByte = [](std::uint64_t v) { return (v - Ones) & ~v & Highs; };
+    std::size_t i = from;
+    for (; i + 8 <= text.size(); i += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, text.data() + i, 8);
+        // Bytes below 0x20 (high bits of bytes at 0x80 and above are masked out), quotes and
+        // backslashes.
+        const std::uint64_t below = (word - 0x20 * Ones) & ~word & Highs;
+        if (below | hasZeroByte(word ^ ('"' * Ones)) | hasZeroByte(word ^ ('\\' * Ones)))
+            break;
+    }
+    for (; i < text.size(); ++i) {
+        const unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c < 0x20 || c == '"' || c == '\\')
+            return i;
+    }
+    return i;
+}
+
+} // namespace
 
 void JsonWriter::value(std::string_view text)
 {
     beforeValue();
-    m_out.append('"');
-    for (unsigned char c : text) {
+    m_out += '"';
+    std::size_t runStart = 0;
+    for (std::size_t i = nextEscape(text, 0); i < text.size(); i = nextEscape(text, runStart)) {
+        append(text.substr(runStart, i - runStart));
+        runStart = i + 1;
+        const unsigned char c = static_cast<unsigned char>(text[i]);
         switch (c) {
-        case '"': m_out.append("\\\""); break;
-        case '\\': m_out.append("\\\\"); break;
-        case '\n': m_out.append("\\n"); break;
-        case '\r': m_out.append("\\r"); break;
-        case '\t': m_out.append("\\t"); break;
-        default:
-            if (c < 0x20) {
-                char escape[8];
-                std::snprintf(escape, sizeof escape, "\\u%04x", c);
-                m_out.append(escape);
-            } else {
-                m_out.append(static_cast<char>(c));
-            }
+        case '"':
+            append("\\\"");
+            break;
+        case '\\':
+            append("\\\\");
+            break;
+        case '\n':
+            append("\\n");
+            break;
+        case '\r':
+            append("\\r");
+            break;
+        case '\t':
+            append("\\t");
+            break;
+        default: {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04x", c);
+            append(escape);
+        }
         }
     }
-    m_out.append('"');
+    append(text.substr(runStart));
+    m_out += '"';
 }
 
 void JsonWriter::value(const QString& text)
@@ -102,7 +164,10 @@ void JsonWriter::value(const QString& text)
     value(std::string_view(utf8.constData(), static_cast<size_t>(utf8.size())));
 }
 
-void JsonWriter::value(bool flag) { raw(flag ? "true" : "false"); }
+void JsonWriter::value(bool flag)
+{
+    raw(flag ? "true" : "false");
+}
 
 void JsonWriter::value(std::int64_t number)
 {
@@ -130,14 +195,24 @@ void JsonWriter::value(double number)
     raw(text.empty() ? "null" : text);
 }
 
-void JsonWriter::null() { raw("null"); }
+void JsonWriter::null()
+{
+    raw("null");
+}
+
+QByteArray JsonWriter::takePending()
+{
+    QByteArray pending(m_out.data(), qsizetype(m_out.size()));
+    m_out.clear();
+    return pending;
+}
 
 QByteArray JsonWriter::take()
 {
-    QByteArray result = std::move(m_out);
     if (m_stack.empty())
-        result.append('\n');
-    m_out.clear();
+        m_out += '\n';
+    QByteArray result(m_out.data(), qsizetype(m_out.size()));
+    m_out = std::string();
     m_stack.clear();
     m_afterKey = false;
     return result;

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,7 +15,11 @@ namespace kavro {
 class JsonWriter
 {
 public:
-    enum class Layout { Block, Inline };
+    enum class Layout
+    {
+        Block,
+        Inline
+    };
 
     explicit JsonWriter(bool pretty = true) : m_pretty(pretty) {}
 
@@ -39,6 +44,10 @@ public:
 
     // The document so far, with a final newline once every container is closed.
     QByteArray take();
+    // The text written since the last call, taken out; the writer goes on where it stands, so a
+    // long document can be sent out piece by piece.
+    QByteArray takePending();
+    qsizetype pendingSize() const { return qsizetype(m_out.size()); }
 
 private:
     struct Frame
@@ -50,11 +59,14 @@ private:
 
     void beforeValue();
     void raw(std::string_view text);
+    void append(std::string_view text) { m_out.append(text); }
     void newline(int depth);
     void open(char bracket, bool isObject, Layout layout);
     void close(char bracket);
 
-    QByteArray m_out;
+    // A standard string rather than a QByteArray: its appends are inline, and a document is
+    // hundreds of thousands of small ones.
+    std::string m_out;
     std::vector<Frame> m_stack;
     bool m_pretty;
     bool m_afterKey = false;

@@ -76,6 +76,26 @@ KVRMediaTime KVRMediaTime::readFromName(QStringView name, qsizetype startPos, bo
     if (!*longEnough)
         return t;
     QStringView field = name.mid(startPos, TimeFieldLength);
+    // The camera's own names are plain digits; only other names need the C library's reading.
+    auto digit = [&field](qsizetype i) { return field[i] >= u'0' && field[i] <= u'9'; };
+    bool plain = true;
+    for (qsizetype i = 0; i < TimeFieldLength && plain; ++i)
+        plain = i == 8 || digit(i);
+    if (plain) {
+        auto number = [&field](qsizetype from, qsizetype count) {
+            std::int32_t value = 0;
+            for (qsizetype i = from; i < from + count; ++i)
+                value = value * 10 + (field[i].unicode() - u'0');
+            return value;
+        };
+        t.year = number(0, 4);
+        t.month = number(4, 2);
+        t.day = number(6, 2);
+        t.hour = number(9, 2);
+        t.minute = number(11, 2);
+        t.second = number(13, 2);
+        return t;
+    }
     t.year = leadingInteger(field.mid(0, 4));
     t.month = leadingInteger(field.mid(4, 2));
     t.day = leadingInteger(field.mid(6, 2));

@@ -290,17 +290,16 @@ bool KVRMediaList::_checkTimeByName(QStringView name, qsizetype startPos)
 
 KVRMediaPtr KVRMediaList::createMediaByPath(const QString& path)
 {
-    QStringView name = stemOfPath(path);
-    if (!KVRMedia::hasRecordingNameLength(name))
+    // The record reads the name as the admission does: a recording-name length, then, for a known
+    // prefix, a valid time, then a channel suffix; anything else leaves it without a channel (or,
+    // for another length, unread). So one parse serves both.
+    if (path.endsWith(u'/'))
+        return nullptr; // a folder's path: its last component is empty
+    KVRMediaPtr media = KVRMedia::mediaWithPath(path);
+    if (!KVRMedia::hasRecordingNameLength(media->mediaNameView()) ||
+        !(media->isFrontMedia() || media->isRearMedia()))
         return nullptr;
-    std::int32_t division = 0;
-    qsizetype timeStart = 0;
-    if (KVRMedia::divisionForName(name, &division, &timeStart) &&
-        !_checkTimeByName(name, timeStart))
-        return nullptr;
-    if (!hasChannelSuffix(name))
-        return nullptr;
-    return KVRMedia::mediaWithPath(path);
+    return media;
 }
 
 QString KVRMediaList::mediaPairKey(const QString& name)

@@ -2,13 +2,18 @@
 
 #include "card/nmeadegrees.h"
 #include "common/jsonwriter.h"
-#include "common/numbertext.h"
 #include "kvrblackboxdata.h"
 
+#include <QBuffer>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <string>
 
 namespace kavro {
 
@@ -55,21 +60,53 @@ QString letter(char c)
 
 // Plain decimal notation, as short as round-trips: XML schemas for coordinates don't take
 // exponents.
-QString fixedText(double value)
+void appendFixed(QByteArray& out, double value)
 {
     char buffer[400];
     const auto result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
-    return QString::fromLatin1(buffer, result.ptr - buffer);
+    out.append(buffer, result.ptr - buffer);
 }
 
-// Characters that XML 1.0 cannot carry at all become U+FFFD.
-QString xmlSafe(QString text)
+// The UTC of a point as ISO 8601 with milliseconds and a 'Z', as QDateTime writes it; written
+// by hand for the four-digit years ISO 8601 knows, since QDateTime's own formatting was most of
+// the cost of a route.
+void appendIsoUtc(QByteArray& out, const QDateTime& time)
 {
-    for (QChar& c : text)
-        if (c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r')
-            c = QChar::ReplacementCharacter;
-    return text;
+    const QDate date = time.date();
+    const QTime clock = time.time();
+    if (date.year() < 0 || date.year() > 9999) {
+        out.append(time.toString(Qt::ISODateWithMs).toUtf8());
+        return;
+    }
+    char text[] = "0000-00-00T00:00:00.000Z";
+    auto put = [&text](int at, int value, int digits) {
+        for (int i = at + digits - 1; i >= at; --i, value /= 10)
+            text[i] = char('0' + value % 10);
+    };
+    put(0, date.year(), 4);
+    put(5, date.month(), 2);
+    put(8, date.day(), 2);
+    put(11, clock.hour(), 2);
+    put(14, clock.minute(), 2);
+    put(17, clock.second(), 2);
+    put(20, clock.msec(), 3);
+    out.append(text, qsizetype(sizeof text - 1));
+}
+
+void appendNumber(std::string& line, std::uint64_t value)
+{
+    char buffer[24];
+    line.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
+// Shortest round-trip text as shortestText() gives it, without a string of its own.
+template <typename T> void appendShortest(std::string& line, T value)
+{
+    if (!std::isfinite(value))
+        return;
+    char buffer[64];
+    line.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
 QString utcText(const _SYSTEMTIME& now)
@@ -93,6 +130,8 @@ void beginXml(QXmlStreamWriter& xml)
 
 } // namespace
 
+using namespace exportpart;
+
 std::vector<RoutePoint> routePoints(const KVRBlackBoxData& store)
 {
     std::vector<RoutePoint> points;
@@ -112,7 +151,78 @@ std::vector<RoutePoint> routePoints(const KVRBlackBoxData& store)
 QByteArray telemetryJson(const KVRBlackBoxData& store)
 {
     JsonWriter json;
+    writeTelemetryObject(json, store);
+    return json.take();
+}
+
+QByteArray telemetryCsv(const KVRBlackBoxData& store)
+{
+    QByteArray csv = csvHeader(false);
+    appendCsvLines(csv, store);
+    return csv;
+}
+
+QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
+{
+    QByteArray out;
+    QBuffer buffer(&out);
+    buffer.open(QIODevice::WriteOnly);
+    QXmlStreamWriter xml(&buffer);
+    beginGpx(xml);
+    xml.writeStartElement("trk");
+    xml.writeTextElement("name", xmlSafe(name));
+    writeGpxSegment(xml, points);
+    xml.writeEndDocument();
+    return out;
+}
+
+QByteArray routeGeoJson(const std::vector<RoutePoint>& points, const QString& name)
+{
+    JsonWriter json;
     json.beginObject();
+    field(json, "type", "FeatureCollection");
+    json.key("features");
+    json.beginArray();
+    // A line needs two positions; a single fix is a point, none is an empty collection.
+    if (!points.empty()) {
+        json.beginObject();
+        field(json, "type", "Feature");
+        json.key("properties");
+        json.beginObject(JsonWriter::Layout::Inline);
+        field(json, "name", name);
+        json.endObject();
+        json.key("geometry");
+        writeGeoJsonGeometry(json, points);
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+    return json.take();
+}
+
+QByteArray routeKml(const std::vector<RoutePoint>& points, const QString& name)
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    beginKml(xml);
+    xml.writeTextElement("name", xmlSafe(name));
+    if (!points.empty()) {
+        xml.writeStartElement("Placemark");
+        xml.writeTextElement("name", xmlSafe(name));
+        writeKmlGeometry(xml, points);
+        xml.writeEndElement();
+    }
+    xml.writeEndDocument();
+    return out;
+}
+
+namespace exportpart {
+
+void writeTelemetryObject(JsonWriter& json, const KVRBlackBoxData& store, const QString* file)
+{
+    json.beginObject();
+    if (file)
+        field(json, "file", *file);
     json.key("gsensor");
     json.beginArray();
     for (const KVRGSensor& sample : store.GSensors()) {
@@ -156,35 +266,96 @@ QByteArray telemetryJson(const KVRBlackBoxData& store)
     }
     json.endArray();
     json.endObject();
-    return json.take();
 }
 
-QByteArray telemetryCsv(const KVRBlackBoxData& store)
+QByteArray csvHeader(bool withFile)
 {
-    QByteArray csv = "index,x,y,z,latitude,longitude,speed,unit\n";
+    return withFile ? "file,index,x,y,z,latitude,longitude,speed,unit\n"
+                    : "index,x,y,z,latitude,longitude,speed,unit\n";
+}
+
+namespace {
+
+// The shortest texts of recent axis values. A G-sensor reports a few hundred distinct counts in a
+// recording, so most values are turned into text once rather than once per sample.
+class AxisTexts
+{
+public:
+    std::string_view text(float value)
+    {
+        const std::uint32_t bits = std::bit_cast<std::uint32_t>(value);
+        Entry& entry = m_entries[(bits * 2654435761u) >> 24];
+        if (!entry.used || entry.bits != bits) {
+            // The shortest text of a float is at most 15 characters ("-1.17549435e-38").
+            char* end = std::to_chars(entry.text, entry.text + sizeof entry.text, value).ptr;
+            entry.length = std::isfinite(value) ? std::uint8_t(end - entry.text) : 0;
+            entry.bits = bits;
+            entry.used = true;
+        }
+        return {entry.text, entry.length};
+    }
+
+private:
+    struct Entry
+    {
+        std::uint32_t bits = 0;
+        bool used = false;
+        std::uint8_t length = 0;
+        char text[24];
+    };
+    std::array<Entry, 256> m_entries{};
+};
+
+} // namespace
+
+void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_view filePrefix)
+{
     const auto& samples = store.GSensors();
+    AxisTexts axes;
+    // Samples come ten to a GPS record: its position is turned into text once per record.
+    std::string line;
+    std::string position;
+    std::size_t positionOf = SIZE_MAX;
     for (std::size_t k = 0; k < samples.size(); ++k) {
-        std::string line = std::to_string(k) + ',' + shortestText(samples[k].x) + ',' +
-                           shortestText(samples[k].y) + ',' + shortestText(samples[k].z);
+        line.assign(filePrefix);
+        appendNumber(line, k);
+        for (float axis : {samples[k].x, samples[k].y, samples[k].z}) {
+            line += ',';
+            line += axes.text(axis);
+        }
         if (k < store.vGpsData().size()) {
-            const _AVI_GPS_DATA_T& record = store.vGpsData()[k]->data();
-            const KVRGpsData& fix = store.gpsRecords()[store.vGpsRecordIndex()[k]].fix;
-            line += ',' + shortestText(latitudeOf(record, fix)) + ',' +
-                    shortestText(longitudeOf(record, fix)) + ',' + std::to_string(record.fSpeed) +
-                    ',' + unitOf(record);
+            const std::size_t recordIndex = store.vGpsRecordIndex()[k];
+            if (recordIndex != positionOf) {
+                const _AVI_GPS_DATA_T& record = store.vGpsData()[k]->data();
+                const KVRGpsData& fix = store.gpsRecords()[recordIndex].fix;
+                position.assign(1, ',');
+                appendShortest(position, latitudeOf(record, fix));
+                position += ',';
+                appendShortest(position, longitudeOf(record, fix));
+                position += ',';
+                appendNumber(position, record.fSpeed);
+                (position += ',') += unitOf(record);
+                positionOf = recordIndex;
+            }
+            line += position;
         } else {
             line += ",,,,";
         }
-        csv.append(line.data(), qsizetype(line.size()));
-        csv.append('\n');
+        line += '\n';
+        out.append(line.data(), qsizetype(line.size()));
     }
-    return csv;
 }
 
-QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
+QByteArray csvField(const QString& text)
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
+    QByteArray utf8 = text.toUtf8();
+    if (!utf8.contains(',') && !utf8.contains('"') && !utf8.contains('\n') && !utf8.contains('\r'))
+        return utf8;
+    return '"' + utf8.replace("\"", "\"\"") + '"';
+}
+
+void beginGpx(QXmlStreamWriter& xml)
+{
     beginXml(xml);
     xml.writeStartElement("gpx");
     xml.writeDefaultNamespace("http://www.topografix.com/GPX/1/1");
@@ -194,82 +365,94 @@ QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
     xml.writeAttribute("http://www.w3.org/2001/XMLSchema-instance", "schemaLocation",
                        "http://www.topografix.com/GPX/1/1 "
                        "http://www.topografix.com/GPX/1/1/gpx.xsd");
-    xml.writeStartElement("trk");
-    xml.writeTextElement("name", xmlSafe(name));
-    xml.writeStartElement("trkseg");
-    for (const RoutePoint& point : points) {
-        xml.writeStartElement("trkpt");
-        xml.writeAttribute("lat", fixedText(point.latitude));
-        xml.writeAttribute("lon", fixedText(point.longitude));
-        if (point.time)
-            xml.writeTextElement("time", point.time->toString(Qt::ISODateWithMs));
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return out;
 }
 
-QByteArray routeGeoJson(const std::vector<RoutePoint>& points, const QString& name)
+void beginKml(QXmlStreamWriter& xml)
 {
-    JsonWriter json;
-    json.beginObject();
-    field(json, "type", "FeatureCollection");
-    json.key("features");
-    json.beginArray();
-    // A line needs two positions; a single fix is a point, none is an empty collection.
-    if (!points.empty()) {
-        json.beginObject();
-        field(json, "type", "Feature");
-        json.key("properties");
-        json.beginObject(JsonWriter::Layout::Inline);
-        field(json, "name", name);
-        json.endObject();
-        json.key("geometry");
-        json.beginObject();
-        field(json, "type", points.size() == 1 ? "Point" : "LineString");
-        json.key("coordinates");
-        if (points.size() > 1)
-            json.beginArray();
-        for (const RoutePoint& point : points) {
-            json.beginArray(JsonWriter::Layout::Inline);
-            json.value(point.longitude);
-            json.value(point.latitude);
-            json.endArray();
-        }
-        if (points.size() > 1)
-            json.endArray();
-        json.endObject();
-        json.endObject();
-    }
-    json.endArray();
-    json.endObject();
-    return json.take();
-}
-
-QByteArray routeKml(const std::vector<RoutePoint>& points, const QString& name)
-{
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
     beginXml(xml);
     xml.writeStartElement("kml");
     xml.writeDefaultNamespace("http://www.opengis.net/kml/2.2");
     xml.writeStartElement("Document");
-    xml.writeTextElement("name", xmlSafe(name));
-    if (!points.empty()) {
-        QStringList coordinates;
-        for (const RoutePoint& point : points)
-            coordinates.append(fixedText(point.longitude) + ',' + fixedText(point.latitude));
-        xml.writeStartElement("Placemark");
-        xml.writeTextElement("name", xmlSafe(name));
-        xml.writeStartElement(points.size() == 1 ? "Point" : "LineString");
-        if (points.size() > 1)
-            xml.writeTextElement("tessellate", "1");
-        xml.writeTextElement("coordinates", coordinates.join(' '));
-        xml.writeEndElement();
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return out;
 }
+
+void writeGpxSegment(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
+{
+    // The points are the bulk of a route and hold nothing to escape, so they are written as the
+    // stream writer lays them out (auto-formatted at the depth of gpx > trk > trkseg) straight to
+    // its device; the writer's own state is the same before and after a whole segment.
+    QByteArray text;
+    text.reserve(qsizetype(32 + points.size() * 96));
+    if (points.empty())
+        text.append("\n    <trkseg/>");
+    else
+        text.append("\n    <trkseg>");
+    for (const RoutePoint& point : points) {
+        text.append("\n      <trkpt lat=\"");
+        appendFixed(text, point.latitude);
+        text.append("\" lon=\"");
+        appendFixed(text, point.longitude);
+        if (!point.time) {
+            text.append("\"/>");
+            continue;
+        }
+        text.append("\">\n        <time>");
+        appendIsoUtc(text, *point.time);
+        text.append("</time>\n      </trkpt>");
+    }
+    if (!points.empty())
+        text.append("\n    </trkseg>");
+    xml.device()->write(text);
+}
+
+void writeKmlGeometry(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
+{
+    if (points.empty())
+        return;
+    QByteArray coordinates;
+    for (const RoutePoint& point : points) {
+        if (!coordinates.isEmpty())
+            coordinates.append(' ');
+        appendFixed(coordinates, point.longitude);
+        coordinates.append(',');
+        appendFixed(coordinates, point.latitude);
+    }
+    xml.writeStartElement(points.size() == 1 ? "Point" : "LineString");
+    if (points.size() > 1)
+        xml.writeTextElement("tessellate", "1");
+    xml.writeTextElement("coordinates", QString::fromLatin1(coordinates));
+    xml.writeEndElement();
+}
+
+void writeGeoJsonGeometry(JsonWriter& json, const std::vector<RoutePoint>& points)
+{
+    if (points.empty()) {
+        json.null();
+        return;
+    }
+    json.beginObject();
+    field(json, "type", points.size() == 1 ? "Point" : "LineString");
+    json.key("coordinates");
+    if (points.size() > 1)
+        json.beginArray();
+    for (const RoutePoint& point : points) {
+        json.beginArray(JsonWriter::Layout::Inline);
+        json.value(point.longitude);
+        json.value(point.latitude);
+        json.endArray();
+    }
+    if (points.size() > 1)
+        json.endArray();
+    json.endObject();
+}
+
+QString xmlSafe(QString text)
+{
+    for (QChar& c : text)
+        if (c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r')
+            c = QChar::ReplacementCharacter;
+    return text;
+}
+
+} // namespace exportpart
 
 } // namespace kavro

@@ -76,8 +76,8 @@ private slots:
     void floatsSurviveTheRoundTrip()
     {
         // Single-precision values must come back bit for bit after a trip through the text.
-        const float samples[] = {4807.038f, 0.9f, -0.00390625f, 1.0e-7f, 3.4028235e38f, 22.4f,
-                                 12701.2f};
+        const float samples[] = {4807.038f,     0.9f,  -0.00390625f, 1.0e-7f,
+                                 3.4028235e38f, 22.4f, 12701.2f};
         for (float value : samples) {
             std::string text = kavro::shortestText(value);
             QCOMPARE(std::strtof(text.c_str(), nullptr), value);
@@ -91,6 +91,38 @@ private slots:
         json.value(std::numeric_limits<float>::infinity());
         json.endArray();
         QCOMPARE(json.take(), QByteArray("[null]\n"));
+    }
+
+    // Text is scanned eight bytes at a time: a character to escape is found wherever it lies in
+    // or after a block, and bytes of multi-byte UTF-8 characters are never taken for one.
+    void escapesAtEveryPosition_data()
+    {
+        QTest::addColumn<QString>("special");
+        QTest::addColumn<int>("writtenBytes"); // what the character takes in the document
+        const QList<QPair<const char*, int>> rows = {
+            {"\"", 2},   {"\\", 2},   {"\n", 2},     {"\x01", 6},
+            {"\x1f", 6}, {"\x7f", 1}, {"\u00e9", 2}, {"\u20ac", 3},
+        };
+        for (const auto& [special, bytes] : rows)
+            QTest::newRow(QByteArray(special).toHex().constData())
+                << QString::fromUtf8(special) << bytes;
+    }
+
+    void escapesAtEveryPosition()
+    {
+        QFETCH(QString, special);
+        QFETCH(int, writtenBytes);
+        for (int at = 0; at < 20; ++at) {
+            QString text(19, u'a');
+            text.insert(at, special);
+            JsonWriter json(false);
+            json.beginArray();
+            json.value(text);
+            json.endArray();
+            const QByteArray written = json.take();
+            QCOMPARE(QJsonDocument::fromJson(written).array().at(0).toString(), text);
+            QCOMPARE(written.size(), qsizetype(strlen("[\"\"]\n") + 19 + writtenBytes));
+        }
     }
 };
 

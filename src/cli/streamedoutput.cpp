@@ -1,0 +1,31 @@
+#include "streamedoutput.h"
+
+#include <cstdio>
+
+namespace kavro::cli {
+
+StreamedOutput::StreamedOutput(const CommandLine& line) : m_line(line), m_gather(line.has("-o")) {}
+
+bool StreamedOutput::write(const QByteArray& piece)
+{
+    if (m_failed)
+        return false;
+    if (m_gather) {
+        m_gathered.append(piece);
+        return true;
+    }
+    const auto size = static_cast<std::size_t>(piece.size());
+    m_failed = std::fwrite(piece.constData(), 1, size, stdout) != size;
+    return !m_failed;
+}
+
+int StreamedOutput::finish()
+{
+    if (m_gather)
+        return writeOutput(m_line, m_gathered);
+    if (m_failed || std::fflush(stdout) != 0)
+        return fail(QStringLiteral("%1: cannot write to standard output").arg(m_line.command()));
+    return ExitOk;
+}
+
+} // namespace kavro::cli

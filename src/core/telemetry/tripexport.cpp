@@ -1,0 +1,256 @@
+#include "tripexport.h"
+
+#include "common/jsonwriter.h"
+#include "telemetryexport.h"
+
+#include <QIODevice>
+#include <QXmlStreamWriter>
+
+#include <memory>
+#include <utility>
+
+namespace kavro {
+
+using namespace exportpart;
+
+namespace {
+
+// Gathers what an XML writer writes until it is taken out; sequential, so taking leaves no gap.
+class PendingDevice final : public QIODevice
+{
+public:
+    PendingDevice() { open(QIODevice::WriteOnly); }
+    bool isSequential() const override { return true; }
+    QByteArray take() { return std::exchange(m_pending, QByteArray()); }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 length) override
+    {
+        m_pending.append(data, length);
+        return length;
+    }
+
+private:
+    QByteArray m_pending;
+};
+
+// One format's document, told the drives and recordings in order.
+class DocumentWriter
+{
+public:
+    explicit DocumentWriter(const TripPlan& plan) : m_plan(plan) {}
+    virtual ~DocumentWriter() = default;
+    virtual void beginDrive(const TripPlan::Drive&) {}
+    virtual void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) = 0;
+    virtual void endDrive() {}
+    virtual void end() = 0;
+    virtual QByteArray takePending() = 0;
+
+protected:
+    // A drive's label: its start, or the file name for a recording without a time.
+    QString driveName(const TripPlan::Drive& drive) const
+    {
+        const KVRMedia& first = *m_plan.recordings()[drive.first].media;
+        const QString start = TripPlan::startText(first, ' ');
+        return start.isEmpty() ? first.fileName() : start;
+    }
+    QString driveFiles(const TripPlan::Drive& drive) const
+    {
+        QStringList files;
+        for (std::size_t i = drive.first; i < drive.first + drive.count; ++i)
+            files.append(m_plan.recordings()[i].media->fileName());
+        return files.join(QLatin1StringView(", "));
+    }
+
+    const TripPlan& m_plan;
+};
+
+// GPX and KML alike: a drive is an element with its start as name and its files as description.
+class XmlDocument : public DocumentWriter
+{
+public:
+    XmlDocument(const TripPlan& plan, void (*begin)(QXmlStreamWriter&), const char* driveElement,
+                const char* descriptionElement)
+        : DocumentWriter(plan), m_xml(&m_device), m_driveElement(driveElement),
+          m_descriptionElement(descriptionElement)
+    {
+        begin(m_xml);
+    }
+    void beginDrive(const TripPlan::Drive& drive) override
+    {
+        m_xml.writeStartElement(m_driveElement);
+        m_xml.writeTextElement("name", xmlSafe(driveName(drive)));
+        m_xml.writeTextElement(m_descriptionElement, xmlSafe(driveFiles(drive)));
+    }
+    void endDrive() override { m_xml.writeEndElement(); }
+    void end() override { m_xml.writeEndDocument(); }
+    QByteArray takePending() override { return m_device.take(); }
+
+protected:
+    PendingDevice m_device;
+    QXmlStreamWriter m_xml;
+
+private:
+    QString m_driveElement;
+    QString m_descriptionElement;
+};
+
+class GpxDocument final : public XmlDocument
+{
+public:
+    explicit GpxDocument(const TripPlan& plan) : XmlDocument(plan, beginGpx, "trk", "desc") {}
+    void recording(const TripPlan::Recording&, const KVRBlackBoxData& store) override
+    {
+        writeGpxSegment(m_xml, routePoints(store));
+    }
+};
+
+class KmlDocument final : public XmlDocument
+{
+public:
+    explicit KmlDocument(const TripPlan& plan)
+        : XmlDocument(plan, beginKml, "Folder", "description")
+    {
+    }
+    void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
+    {
+        m_xml.writeStartElement("Placemark");
+        m_xml.writeTextElement("name", xmlSafe(recording.media->fileName()));
+        writeKmlGeometry(m_xml, routePoints(store));
+        m_xml.writeEndElement();
+    }
+};
+
+class GeoJsonDocument final : public DocumentWriter
+{
+public:
+    explicit GeoJsonDocument(const TripPlan& plan) : DocumentWriter(plan)
+    {
+        m_json.beginObject();
+        m_json.key("type");
+        m_json.value("FeatureCollection");
+        m_json.key("features");
+        m_json.beginArray();
+    }
+    void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
+    {
+        const KVRMedia& media = *recording.media;
+        m_json.beginObject();
+        m_json.key("type");
+        m_json.value("Feature");
+        m_json.key("properties");
+        m_json.beginObject(JsonWriter::Layout::Inline);
+        m_json.key("file");
+        m_json.value(media.fileName());
+        m_json.key("mode");
+        m_json.value(TripPlan::modeWord(media));
+        m_json.key("start");
+        if (media.hasTime())
+            m_json.value(TripPlan::startText(media, 'T'));
+        else
+            m_json.null();
+        m_json.key("drive");
+        m_json.value(recording.drive);
+        m_json.endObject();
+        m_json.key("geometry");
+        writeGeoJsonGeometry(m_json, routePoints(store));
+        m_json.endObject();
+    }
+    void end() override
+    {
+        m_json.endArray();
+        m_json.endObject();
+    }
+    QByteArray takePending() override { return m_json.takePending(); }
+
+private:
+    JsonWriter m_json;
+};
+
+class JsonDocument final : public DocumentWriter
+{
+public:
+    explicit JsonDocument(const TripPlan& plan) : DocumentWriter(plan) { m_json.beginArray(); }
+    void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
+    {
+        const QString file = recording.media->fileName();
+        writeTelemetryObject(m_json, store, &file);
+    }
+    void end() override { m_json.endArray(); }
+    QByteArray takePending() override { return m_json.takePending(); }
+
+private:
+    JsonWriter m_json;
+};
+
+class CsvDocument final : public DocumentWriter
+{
+public:
+    explicit CsvDocument(const TripPlan& plan) : DocumentWriter(plan), m_out(csvHeader(true)) {}
+    void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
+    {
+        const QByteArray prefix = csvField(recording.media->fileName()) + ',';
+        appendCsvLines(m_out, store, std::string_view(prefix.constData(), prefix.size()));
+    }
+    void end() override {}
+    QByteArray takePending() override { return std::exchange(m_out, QByteArray()); }
+
+private:
+    QByteArray m_out;
+};
+
+std::unique_ptr<DocumentWriter> documentFor(TripExport::Format format, const TripPlan& plan)
+{
+    switch (format) {
+    case TripExport::Format::Csv:
+        return std::make_unique<CsvDocument>(plan);
+    case TripExport::Format::Gpx:
+        return std::make_unique<GpxDocument>(plan);
+    case TripExport::Format::GeoJson:
+        return std::make_unique<GeoJsonDocument>(plan);
+    case TripExport::Format::Kml:
+        return std::make_unique<KmlDocument>(plan);
+    case TripExport::Format::Json:
+        break;
+    }
+    return std::make_unique<JsonDocument>(plan);
+}
+
+} // namespace
+
+TripExport::TripExport(const TripPlan& plan, Format format, const TelemetryReadOptions& options)
+    : m_plan(plan), m_format(format), m_options(options)
+{
+}
+
+bool TripExport::write(const Sink& sink, const Progress& progress, const Refusal& refusal)
+{
+    const std::unique_ptr<DocumentWriter> document = documentFor(m_format, m_plan);
+    KVRBlackBoxData store;
+    std::size_t done = 0;
+    for (const TripPlan::Drive& drive : m_plan.drives()) {
+        document->beginDrive(drive);
+        for (std::size_t i = drive.first; i < drive.first + drive.count; ++i) {
+            const TripPlan::Recording& recording = m_plan.recordings()[i];
+            if (!readTelemetry(store, recording.media->path(), m_options)) {
+                store.clear();
+                if (refusal)
+                    refusal({recording.media->path(),
+                             QStringLiteral("cannot read %1").arg(recording.media->path())});
+            } else if (store.recovered() && m_recoveryNotice) {
+                m_recoveryNotice(recording.media->path());
+            }
+            document->recording(recording, store);
+            if (!sink(document->takePending()))
+                return false;
+            if (progress)
+                progress(++done);
+        }
+        document->endDrive();
+    }
+    document->end();
+    return sink(document->takePending());
+}
+
+} // namespace kavro
