@@ -145,9 +145,7 @@ bool OutputFile::open(const QString& path, Rule rule)
                 std::fflush(stderr);
             return true;
         }
-        struct stat info
-        {
-        };
+        struct stat info = {};
         if (::lstat(current.constData(), &info) != 0) {
             if (errno != ENOENT && errno != ENOTDIR)
                 return failWith(errno);
@@ -165,9 +163,7 @@ bool OutputFile::open(const QString& path, Rule rule)
     }
 
     m_target = current;
-    struct stat info
-    {
-    };
+    struct stat info = {};
     const bool exists = ::stat(current.constData(), &info) == 0;
     if (exists && S_ISDIR(info.st_mode))
         return failWith(EISDIR, QStringLiteral("%1 is a folder").arg(QFile::decodeName(current)));
@@ -180,9 +176,7 @@ bool OutputFile::open(const QString& path, Rule rule)
     }
 
     const QByteArray folder = folderOf(current);
-    struct stat folderInfo
-    {
-    };
+    struct stat folderInfo = {};
     if (::stat(folder.constData(), &folderInfo) != 0)
         return failWith(errno,
                         QStringLiteral("folder %1 does not exist").arg(QFile::decodeName(folder)));
@@ -194,16 +188,18 @@ bool OutputFile::open(const QString& path, Rule rule)
     return openTemporary(current);
 }
 
+bool OutputFile::failToOpen(int code, const QString& what)
+{
+    if (code == EACCES || code == EPERM || code == EROFS)
+        return failWith(code, QStringLiteral("%1 is not writable (%2)").arg(what, reasonOf(code)));
+    return failWith(code);
+}
+
 bool OutputFile::openInPlace(const QByteArray& target, int flags)
 {
     const int fd = ::open(target.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags, 0666);
-    if (fd < 0) {
-        const int code = errno;
-        if (code == EACCES || code == EPERM || code == EROFS)
-            return failWith(code, QStringLiteral("%1 is not writable (%2)")
-                                      .arg(QFile::decodeName(target), reasonOf(code)));
-        return failWith(code);
-    }
+    if (fd < 0)
+        return failToOpen(errno, QFile::decodeName(target));
     m_fd = fd;
     m_kind = Kind::InPlace;
     if (flags & O_EXCL)
@@ -213,9 +209,7 @@ bool OutputFile::openInPlace(const QByteArray& target, int flags)
 
 bool OutputFile::openTemporary(const QByteArray& target)
 {
-    struct stat old
-    {
-    };
+    struct stat old = {};
     const bool exists = ::stat(target.constData(), &old) == 0;
     const QByteArray folder = folderOf(target);
     const QByteArray name = target.mid(target.lastIndexOf('/') + 1);
@@ -227,20 +221,17 @@ bool OutputFile::openTemporary(const QByteArray& target)
             ::open(candidate.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, 0666);
         if (fd < 0 && errno == EEXIST)
             continue;
-        if (fd < 0) {
-            const int code = errno;
-            if (code == EACCES || code == EPERM || code == EROFS)
-                return failWith(code, QStringLiteral("folder %1 is not writable (%2)")
-                                          .arg(QFile::decodeName(folder), reasonOf(code)));
-            return failWith(code);
-        }
+        if (fd < 0)
+            return failToOpen(errno, QStringLiteral("folder ") + QFile::decodeName(folder));
         m_fd = fd;
         m_temporary = candidate;
         m_kind = Kind::Temporary;
         if (exists) {
             if (::geteuid() == 0 && (old.st_uid != 0 || old.st_gid != 0))
                 (void)::fchown(fd, old.st_uid, old.st_gid);
-            if (::fchmod(fd, old.st_mode & 07777) != 0) {
+            // A FAT card keeps no modes and refuses to be told one: nothing to keep there.
+            if (::fchmod(fd, old.st_mode & 07777) != 0 && errno != EPERM && errno != ENOTSUP &&
+                errno != ENOSYS) {
                 failWith(errno);
                 cancel();
                 return false;
@@ -371,9 +362,7 @@ bool writeFile(const QString& path, const QByteArray& content, QString* error,
         return true;
     QString reason = file.errorString();
     const int code = file.errorCode();
-    struct stat info
-    {
-    };
+    struct stat info = {};
     if (rule == OutputFile::Rule::ReplaceOrOverwrite && (code == ENOSPC || code == EDQUOT) &&
         !file.targetPath().isEmpty() && ::stat(file.targetPath().constData(), &info) == 0 &&
         S_ISREG(info.st_mode) && info.st_size == content.size()) {

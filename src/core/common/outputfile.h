@@ -68,6 +68,8 @@ private:
     };
 
     bool failWith(int code, const QString& reason = {});
+    // Opening failed: a refusal to write names the file or folder that refused.
+    bool failToOpen(int code, const QString& what);
     bool openTemporary(const QByteArray& target);
     bool openInPlace(const QByteArray& target, int flags);
     void closeFd();

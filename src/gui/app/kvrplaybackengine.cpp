@@ -127,6 +127,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     player2->setMedia(VLCMedia());
 
     m_mediaIndex = index;
+    m_partnerPauseAt = -1;
     const KVRMediaPtr opened = m_rows->mediaAtIndex(index);
     m_openingFileName = opened ? opened->fileName() : QString();
     m_ui.mediaListTableView->selectOnlyRow(index);
@@ -300,6 +301,8 @@ void KVRPlaybackEngine::didFinishPlay()
 
 void KVRPlaybackEngine::mediaPlayerTimeChanged(VLCMediaPlayer* player)
 {
+    if (player == m_players.player2)
+        pauseReopenedPartner();
     updateVideoViewsVisibility();
     m_preparingPlayNext = false;
     if (!m_loading->stopVideoLoadingView()) {
@@ -371,10 +374,21 @@ void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
 void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds)
 {
     VLCMediaPlayer* player2 = m_players.player2;
-    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds,
-                                              !isPlaying(m_players.player1)));
+    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
     player2->play();
+    // libVLC takes a pause only once the file plays; a paused window pauses it then, there.
+    m_partnerPauseAt = isPlaying(m_players.player1) ? -1 : milliseconds;
     m_controls->updateAudioUI();
+}
+
+void KVRPlaybackEngine::pauseReopenedPartner()
+{
+    VLCMediaPlayer* player2 = m_players.player2;
+    if (m_partnerPauseAt < 0 || !player2->isPlaying())
+        return;
+    player2->pause();
+    player2->setTime(VLCTime(m_partnerPauseAt));
+    m_partnerPauseAt = -1;
 }
 
 void KVRPlaybackEngine::startTimerPlayNext()
@@ -451,6 +465,7 @@ void KVRPlaybackEngine::swapPlayer()
     if (!isPlaying(player1) || !isPlaying(player2) || m_swapping)
         return;
     m_swapping = true;
+    m_partnerPauseAt = -1;
     const qint64 time = player1->time().intValue();
     player1->pause();
     player2->pause();
@@ -530,6 +545,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_players.player2->stop();
     m_players.player2->setMedia(VLCMedia());
     m_waitingForPlayStart = false;
+    m_partnerPauseAt = -1;
     m_mediaIndex = -1;
     m_hasRearMedia = false;
     m_playInfo->setIsPlaying(false);

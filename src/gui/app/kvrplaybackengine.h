@@ -102,6 +102,7 @@ private:
     void didStartPlayer();
     void didFinishPlay();
     void reopenPartnerAt(qint64 milliseconds);
+    void pauseReopenedPartner();
     void startTimerPlayNext();
     void stopTimerPlayNext();
     void timerPlayNext();
@@ -136,6 +137,8 @@ private:
     bool m_moving = false;
     // The partner was sent to the target of the move under way.
     bool m_partnerPlacedForMove = false;
+    // Where a partner opened afresh while paused is paused once it plays; -1 for none.
+    qint64 m_partnerPauseAt = -1;
 };
 
 } // namespace kavro

@@ -104,7 +104,7 @@ VLCMedia VLCMedia::mediaWithPath(const QString& path)
     return result;
 }
 
-VLCMedia VLCMedia::mediaWithPath(const QString& path, qint64 startMilliseconds, bool startPaused)
+VLCMedia VLCMedia::mediaWithPath(const QString& path, qint64 startMilliseconds)
 {
     VLCMedia media = mediaWithPath(path);
     if (media.isNull())
@@ -112,8 +112,6 @@ VLCMedia VLCMedia::mediaWithPath(const QString& path, qint64 startMilliseconds, 
     const QByteArray start =
         ":start-time=" + QByteArray::number(startMilliseconds / 1000.0, 'f', 3);
     libvlc_media_add_option(media.d->media, start.constData());
-    if (startPaused)
-        libvlc_media_add_option(media.d->media, ":start-paused");
     return media;
 }
 

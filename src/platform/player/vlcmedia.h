@@ -22,8 +22,8 @@ public:
     // Opens a local file (a relative path is taken from the current folder). Null when libVLC is
     // not available. The media rests paused on its last frame when played to the end.
     static VLCMedia mediaWithPath(const QString& path);
-    // The same, starting at the given time from the recording's start, paused there when asked.
-    static VLCMedia mediaWithPath(const QString& path, qint64 startMilliseconds, bool startPaused);
+    // The same, starting at the given time from the recording's start.
+    static VLCMedia mediaWithPath(const QString& path, qint64 startMilliseconds);
 
     bool isNull() const { return !d; }
     QUrl url() const;
