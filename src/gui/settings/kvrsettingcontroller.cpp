@@ -132,6 +132,8 @@ void KVRSettingController::awakeFromNib()
     const auto shortcut = [this](const QKeySequence& keys, auto action) {
         auto* key = new QShortcut(keys, this);
         connect(key, &QShortcut::activated, this, action);
+        connect(key, &QShortcut::activatedAmbiguously, this,
+                [keys] { qCWarning(lcSettingWindow) << "ambiguous key" << keys; });
     };
     shortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), [this] { moveTab(1); });
     shortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), [this] { moveTab(1); });
