@@ -89,6 +89,17 @@ inline QMessageBox* visibleAlert(QWidget* window)
     return nullptr;
 }
 
+// Return closes the alert; offscreen no window manager activates the window again, so this does.
+inline void dismissAlert(QWidget* window)
+{
+    QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window), WaitMs);
+    QTest::keyClick(visibleAlert(window), Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(!visibleAlert(window), WaitMs);
+    window->activateWindow();
+    QApplication::setActiveWindow(window);
+    QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), window, WaitMs);
+}
+
 // The window shown, active and with its first page up; check QTest::currentTestFailed().
 inline void openWindow(KVRSettingController::Options options,
                        std::unique_ptr<KVRSettingController>& window)
