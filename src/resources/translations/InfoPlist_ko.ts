@@ -329,7 +329,7 @@
     </message>
     <message id="setting.motion">
         <source>Motion</source>
-        <translation type="unfinished">동작 감지</translation>
+        <translation>모션</translation>
     </message>
     <message id="setting.audio">
         <source>Audio</source>
@@ -409,7 +409,7 @@
     </message>
     <message id="setting.aux.motion">
         <source>Motion</source>
-        <translation type="unfinished">동작 감지</translation>
+        <translation>모션</translation>
     </message>
     <message id="setting.aux.sdcard_capacity">
         <source>Card share</source>
