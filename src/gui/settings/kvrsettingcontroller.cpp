@@ -70,10 +70,8 @@ KVRSettingController::KVRSettingController(Options options, QWidget* parent)
     loadSettingFile2();
 }
 
-KVRSettingController::~KVRSettingController()
-{
-    *m_alive = false;
-}
+// A read still running finds its watcher gone with the window and reports to no one.
+KVRSettingController::~KVRSettingController() = default;
 
 void KVRSettingController::awakeFromNib()
 {
@@ -332,7 +330,6 @@ void KVRSettingController::changeViewController(int index)
     }
     m_lastSelectedTabIndex = index;
     m_functionSegmentedControl->setSelectedSegment(index);
-    emit pageShown(index);
 }
 
 QWidget* KVRSettingController::createDriveInfoController()
@@ -425,7 +422,6 @@ void KVRSettingController::onSave()
     panel->setWindowModality(Qt::WindowModal);
     connect(panel, &QFileDialog::fileSelected, this, &KVRSettingController::writeTo);
     panel->open();
-    emit savePanelOpened(panel);
 }
 
 void KVRSettingController::writeTo(const QString& path)

@@ -12,7 +12,6 @@
 #include <optional>
 
 class QAbstractButton;
-class QFileDialog;
 class QPushButton;
 class QScrollArea;
 
@@ -88,12 +87,6 @@ public:
     // True from the start of the background read until the first page shows the record.
     bool isLoading() const { return m_loading; }
 
-signals:
-    // The first page shows the record read from the card (or the defaults).
-    void pageShown(int index);
-    // A save panel is open for the user to choose where the file goes.
-    void savePanelOpened(QFileDialog* panel);
-
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -123,8 +116,6 @@ private:
     QPushButton* m_cancelButton = nullptr;
     KVRSettingLoadingSheet* m_loadingSheet = nullptr;
     bool m_loading = false;
-    // A background read still running when the window goes holds this alive flag.
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 
 } // namespace kavro

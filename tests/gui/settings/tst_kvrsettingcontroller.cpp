@@ -130,6 +130,17 @@ private slots:
         QCOMPARE(m_disks->renames, QStringList{"CARD>KAVRO quiet"});
     }
 
+    void newWindowReleasesTheOldOne()
+    {
+        KVRSettingCommands commands(nullptr, m_disks);
+        commands.showSettingPanelForFolder(m_dir->path());
+        QPointer<QWidget> first = commands.lastDialogController();
+        QVERIFY(first && first->isVisible());
+        commands.showSettingPanelForFolder(m_dir->path());
+        QVERIFY(!first);
+        QVERIFY(commands.lastDialogController()->isVisible());
+    }
+
     void invalidThresholdKeepsThePage()
     {
         QVERIFY(writeFile(cardFile(), fileDataBytes(recordWithZone(5))));

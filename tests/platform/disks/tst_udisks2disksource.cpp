@@ -28,13 +28,10 @@ constexpr int WaitMs = 20000;
 
 bool tool(const QString& program, const QStringList& arguments, QByteArray* out = nullptr)
 {
-    QProcess process;
-    process.start(program, arguments);
-    bool ok = process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit &&
-              process.exitCode() == 0;
+    test::ToolResult result = test::runProgram(program, arguments, 30000);
     if (out)
-        *out = process.readAllStandardOutput();
-    return ok;
+        *out = result.out;
+    return !result.crashed && result.exitCode == 0;
 }
 
 _FILEDATA milesRecord()
