@@ -688,7 +688,8 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="default">
-        <source>default</source>
+        <source>Default</source>
+        <oldsource>default</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="auto">

@@ -688,7 +688,7 @@
         <translation>없음</translation>
     </message>
     <message id="default">
-        <source>default</source>
+        <source>Default</source>
         <translation>기본</translation>
     </message>
     <message id="auto">

@@ -52,7 +52,7 @@ const char* const dataKeys[] = {
     QT_TRID_NOOP("on"),
     //% "None"
     QT_TRID_NOOP("none"),
-    //% "default"
+    //% "Default"
     QT_TRID_NOOP("default"),
     //% "Auto"
     QT_TRID_NOOP("auto"),
