@@ -179,6 +179,9 @@ void KVRSettingController::finishLoading(const _FILEDATA& record)
     m_loadingSheet->hideLoading();
     m_loading = false;
     changeViewController(VideoTab);
+    // Without a window manager nothing gives the window its keys back once the sheet is gone.
+    connect(m_loadingSheet, &QDialog::finished, this, &QWidget::activateWindow,
+            Qt::SingleShotConnection);
 }
 
 void KVRSettingController::findUSBVolume()
@@ -219,6 +222,9 @@ void KVRSettingController::showWindow()
 {
     show();
     centreOnScreen();
+    // Opened from a menu key, the keys that follow are meant for this window.
+    raise();
+    activateWindow();
     onInitDIalog();
 }
 
