@@ -11,6 +11,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSlider>
 
 using namespace kavro;
@@ -304,10 +305,37 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!window.loadingSheet()->isVisible(), WaitMs);
         QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(window.lastSelectedTabIndex(), 0);
+        QCOMPARE(window.driveInfoFilePath(), QString());
+        QVERIFY(makeFiles(m_dir->path(), {"DrvInfo/kavro_000.drv"}));
+        QCOMPARE(window.driveInfoFilePath(), m_dir->filePath("DrvInfo/kavro_000.drv"));
         // The tab already shown is not rebuilt.
         QWidget* page = window.targetController();
         QTest::mouseClick(window.functionSegmentedControl()->segmentButton(0), Qt::LeftButton);
         QCOMPARE(window.targetController(), page);
+    }
+
+    // GNOME Disks first, else KDE Partition Manager, else the user is told.
+    void diskUtilityStartsTheDesktopsTool()
+    {
+        const QByteArray path = qgetenv("PATH");
+        auto restore = qScopeGuard([&] { qputenv("PATH", path); });
+        const QString bin = m_dir->filePath("bin");
+        QVERIFY(QDir().mkpath(bin));
+        const QString started = m_dir->filePath("started");
+        QVERIFY(writeFile(bin + "/partitionmanager",
+                          "#!/bin/sh\necho partitionmanager > " + started.toUtf8() + "\n"));
+        QFile::setPermissions(bin + "/partitionmanager", QFile::ExeOwner | QFile::ReadOwner);
+        qputenv("PATH", bin.toUtf8());
+        KVRSettingController window({nullptr, m_dir->path(), true});
+        window.onDiskUtil();
+        QTRY_COMPARE_WITH_TIMEOUT(readFile(started), QByteArray("partitionmanager\n"), WaitMs);
+        QVERIFY(!visibleAlert(&window));
+
+        qputenv("PATH", m_dir->filePath("nothing").toUtf8());
+        window.show();
+        window.onDiskUtil();
+        QVERIFY(visibleAlert(&window));
+        QCOMPARE(visibleAlert(&window)->informativeText(), qtTrId("msg.no_disk_utility"));
     }
 
 private:

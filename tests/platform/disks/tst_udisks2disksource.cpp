@@ -56,6 +56,7 @@ private slots:
         for (const char* program :
              {"dbus-daemon", "fusefat", "fusermount", "mkfs.fat", "fsck.fat", "fatlabel", "mcopy"})
             QVERIFY2(!QStandardPaths::findExecutable(program).isEmpty(), program);
+        QVERIFY2(QFileInfo::exists("/dev/fuse"), "fusefat needs /dev/fuse");
         QVERIFY(m_dir.isValid());
         m_bus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address=1"});
         QVERIFY(m_bus.waitForStarted());
