@@ -214,6 +214,11 @@ void KVRAppDelegate::connectControls()
                 &KVRPlaybackControls::videoPositionSliderMoved);
 }
 
+bool KVRAppDelegate::mileDisplay() const
+{
+    return m_settingCommands && m_settingCommands->mileDisplay();
+}
+
 void KVRAppDelegate::setupMenus()
 {
     QMenuBar* bar = m_window->menuBar();

@@ -66,6 +66,8 @@ public:
     KVRTelemetryDisplay* telemetryDisplay() const { return m_telemetryDisplay; }
     // The settings and clock windows, and the camera's speed unit read at start-up.
     KVRSettingCommands* settingCommands() const { return m_settingCommands; }
+    // The camera's speed unit as read from the card at start-up: true for miles.
+    bool mileDisplay() const;
     VLCMediaPlayer* player1() const { return m_player1.get(); }
     VLCMediaPlayer* player2() const { return m_player2.get(); }
     VLCVideoView* video1View() const { return m_video1View; }
