@@ -50,7 +50,8 @@ Integers are decimal, or hexadecimal with 0x (handy for the motion-block masks).
   szPlateNumber          up to 8 ASCII letters and digits (empty clears it)
   sd_mem_always_ratio    20..80 in tens; sd_mem_motion_ratio becomes 100 minus it (and the other
   sd_mem_motion_ratio    way round), as the card-share slider does
-  external_rear_camera   0..7 sets bits 0 to 2; the other bits are kept
+  external_rear_camera   0..7 sets bits 0 to 2 and keeps the others; a whole value is taken
+                         when its bits above 2 are those stored
   thresholds             0 or 5..150 hundredths of g
   the others             the values of their page's choices
 

@@ -148,6 +148,11 @@ private slots:
             << Words{{68, 4}, {176, 7}, {284, 2}};
         QTest::newRow("camera bits") << QStringList{"external_rear_camera=5"}
                                      << Words{{404, (u32At(before, 404) & ~7u) | 5}};
+        // The whole word as a page writes it: its bits above 2 are those stored.
+        const quint32 wholeWord = (u32At(before, 404) & ~7u) | 2;
+        QTest::newRow("camera word")
+            << QStringList{"external_rear_camera=" + QString::number(wholeWord)}
+            << Words{{404, wholeWord}};
         QTest::newRow("always share")
             << QStringList{"sd_mem_always_ratio=80"} << Words{{8, 80}, {16, 20}};
         QTest::newRow("motion share")

@@ -123,6 +123,7 @@ private slots:
             {"cable loss 0", {"CableVoltCorr=0"}},
             {"brightness level 6", {"vid_brightness=5"}},
             {"camera bit 3", {"external_rear_camera=8"}},
+            {"camera word with other bits", {"external_rear_camera=0x10000005"}},
             {"share too small", {"sd_mem_always_ratio=10"}},
             {"other share too small", {"sd_mem_always_ratio=90"}},
             {"share between steps", {"sd_mem_motion_ratio=75"}},

@@ -33,4 +33,9 @@ std::optional<TKUSBDiskEntity> KVRDiskSource::findCardDisk() const
     return kavro::findCardDisk(usbDiskEntities());
 }
 
+std::optional<QString> KVRDiskSource::setVolumeName(const TKUSBDiskEntity&, const QString&, bool)
+{
+    return QStringLiteral("volumes cannot be renamed here");
+}
+
 } // namespace kavro

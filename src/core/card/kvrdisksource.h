@@ -28,6 +28,12 @@ public:
     // The camera's card by the card rule, none when there is no USB volume.
     std::optional<TKUSBDiskEntity> findCardDisk() const;
 
+    // Gives the volume a new name. A FAT volume is unmounted for it and mounted again, possibly
+    // at another path: look the disk up afresh afterwards. Without user interaction the system
+    // asks for no password and refuses what would need one. Returns why it failed, or none.
+    virtual std::optional<QString> setVolumeName(const TKUSBDiskEntity& disk, const QString& name,
+                                                 bool allowUserInteraction);
+
 protected:
     // Implementations list the volumes; the public calls add the logging and the rules.
     virtual QList<TKUSBDiskEntity> listUsbDiskEntities() const = 0;

@@ -25,63 +25,9 @@ bool validBit(int bit)
 
 } // namespace
 
-int choiceIndexByValue(std::uint32_t value, int choiceCount)
-{
-    return value < static_cast<std::uint32_t>(std::max(choiceCount, 0)) ? static_cast<int>(value)
-                                                                        : 0;
-}
-
-int findAlwaysModeTimeoutIndexByValue(std::uint32_t value)
-{
-    return indexIn(AlwaysModeTimeoutValues, value, 2);
-}
-
-int findPowerVoltageIndexByValue(std::uint32_t value)
-{
-    return indexIn(PowerVoltageValues, value, 8);
-}
-
-std::optional<ChoiceLabel> powerVoltageLabel(int index)
-{
-    static constexpr std::array<const char*, 3> Keys = {"unuse", "auto", "externpower"};
-    if (inTable(Keys, index))
-        return ChoiceLabel{QString::fromLatin1(Keys[static_cast<std::size_t>(index)]), true};
-    if (!inTable(PowerVoltageValues, index))
-        return std::nullopt;
-    // Each item also names the 24 V equivalent, twice the 12 V value.
-    double volts = PowerVoltageValues[static_cast<std::size_t>(index)] / 1000.0;
-    return ChoiceLabel{QStringLiteral("%1v / %2v").arg(volts, 0, 'f', 1).arg(volts * 2, 0, 'f', 1),
-                       false};
-}
-
-int findPowerTimeIndexByValue(std::uint32_t value)
-{
-    return indexIn(PowerTimeValues, value, 0);
-}
-
 std::uint32_t normalizedCableVoltCorr(std::uint32_t value)
 {
     return value == 0 ? 4 : value;
-}
-
-int cableLossIndexByValue(std::uint32_t value)
-{
-    value = normalizedCableVoltCorr(value);
-    return value <= CableLossChoiceCount ? static_cast<int>(value) - 1 : 3;
-}
-
-std::uint32_t cableLossValueByIndex(int index)
-{
-    return index >= 0 && index < CableLossChoiceCount ? static_cast<std::uint32_t>(index) + 1 : 4;
-}
-
-std::optional<ChoiceLabel> cableLossLabel(int index)
-{
-    if (index == 0)
-        return ChoiceLabel{QStringLiteral("none"), true};
-    if (index < 0 || index >= CableLossChoiceCount)
-        return std::nullopt;
-    return ChoiceLabel{QStringLiteral("0.%1v").arg(index), false};
 }
 
 bool isStorableThreshold(std::int64_t hundredths)
@@ -157,57 +103,6 @@ std::uint32_t motionBlockMaskFromWatched(const std::array<bool, 12>& watched)
             mask |= 1u << MotionBlockBits[box];
     }
     return mask;
-}
-
-namespace {
-// Cell of each stored position 0 to 3.
-constexpr std::array<MatrixCell, 4> PipCells = {{{1, 1}, {0, 1}, {0, 0}, {1, 0}}};
-} // namespace
-
-MatrixCell pipCellForPosition(std::uint32_t position)
-{
-    return position < PipCells.size() ? PipCells[position] : PipCells[0];
-}
-
-std::uint32_t pipPositionForCell(MatrixCell cell)
-{
-    return static_cast<std::uint32_t>(indexIn(PipCells, cell, 0));
-}
-
-int lcdScreenSaverIndexByValue(std::uint32_t value)
-{
-    switch (value) {
-    case 0:
-        return 1;
-    case 1:
-        return 0;
-    case 2:
-        return 2;
-    default:
-        return 1; // unknown: the camera's default protection
-    }
-}
-
-std::uint32_t lcdScreenSaverValueByIndex(int index)
-{
-    switch (index) {
-    case 0:
-        return 1;
-    case 2:
-        return 2;
-    default:
-        return 0;
-    }
-}
-
-int parkingRearOffIndexByValue(std::uint32_t value)
-{
-    return value != 0 ? 0 : 1;
-}
-
-std::uint32_t parkingRearOffValueByIndex(int index)
-{
-    return index == 1 ? 0 : 1;
 }
 
 std::optional<MatrixCell> voiceLanguageCell(std::uint32_t value, int columns)

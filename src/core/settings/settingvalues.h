@@ -1,21 +1,12 @@
 #pragma once
 
-#include <QString>
-
 #include <array>
 #include <cstdint>
 #include <optional>
 
-// What the settings pages can store in the record and how a stored value maps to a control. The
-// pages and the command line share these tables, so a value one accepts the other can show.
+// The rules of the settings pages that go beyond one choice per field: impact thresholds and their
+// presets, bit masks, the voice-language matrix and the card-share slider.
 namespace kavro {
-
-// A list item's text: a localisation key, or a literal shown as it is.
-struct ChoiceLabel
-{
-    QString text;
-    bool isKey;
-};
 
 struct MatrixCell
 {
@@ -24,36 +15,9 @@ struct MatrixCell
     friend bool operator==(const MatrixCell&, const MatrixCell&) = default;
 };
 
-// A stored index as a control's selection; values beyond the control fall back to its first
-// choice, so saving never writes an index the control does not have.
-int choiceIndexByValue(std::uint32_t value, int choiceCount);
-
-// --- Automatic parking-mode waiting time (always_mode_timeout, seconds) ---
-inline constexpr std::array<std::uint32_t, 9> AlwaysModeTimeoutValues = {0,   10,  30,  60, 120,
-                                                                         180, 300, 420, 600};
-// Unknown values show as 30 s.
-int findAlwaysModeTimeoutIndexByValue(std::uint32_t value);
-
-// --- Cut-off voltage (sd_mem_always_reserved, mV of a 12 V system) ---
-inline constexpr std::array<std::uint32_t, 13> PowerVoltageValues = {
-    0, 1, 10000, 11500, 11600, 11700, 11800, 11900, 12000, 12100, 12200, 12300, 12400};
 inline constexpr int ExternalPowerVoltageIndex = 2; // choosing it warns about 10 V
-// Unknown values show as "12.0v / 24.0v".
-int findPowerVoltageIndexByValue(std::uint32_t value);
-std::optional<ChoiceLabel> powerVoltageLabel(int index);
-
-// --- Power timer (sd_mem_motion_reserved, hours; 0 = not used) ---
-inline constexpr std::array<std::uint32_t, 8> PowerTimeValues = {0, 3, 6, 9, 12, 24, 36, 48};
-// Unknown values show as "unuse".
-int findPowerTimeIndexByValue(std::uint32_t value);
-
-// --- Voltage lost in the power cable (CableVoltCorr = list index + 1) ---
-inline constexpr int CableLossChoiceCount = 7;
 // 0 is read as the default 0.3 V, and the Basic page stores 4 in its place once it shows it.
 std::uint32_t normalizedCableVoltCorr(std::uint32_t value);
-int cableLossIndexByValue(std::uint32_t value);
-std::uint32_t cableLossValueByIndex(int index);
-std::optional<ChoiceLabel> cableLossLabel(int index);
 
 // --- Impact thresholds, hundredths of g ---
 struct GsensorThreshold
@@ -92,19 +56,6 @@ inline constexpr std::array<int, 12> MotionBlockBits = {8, 9, 10, 11, 4, 5, 6, 7
 inline constexpr std::uint32_t MotionBlockMask = 0xFFF;
 std::array<bool, 12> watchedMotionBlocks(std::uint32_t mask);
 std::uint32_t motionBlockMaskFromWatched(const std::array<bool, 12>& watched);
-
-// --- Picture-in-picture position (pip_position) in the 2 x 2 matrix ---
-MatrixCell pipCellForPosition(std::uint32_t position);
-std::uint32_t pipPositionForCell(MatrixCell cell);
-
-// --- Screen protection (lcd_screensaver): the first choice stores 1, the second 0 ---
-inline constexpr int LcdScreenSaverChoiceCount = 3;
-int lcdScreenSaverIndexByValue(std::uint32_t value);
-std::uint32_t lcdScreenSaverValueByIndex(int index);
-
-// --- Rear camera while parked (parking_rear_off): "unuse" stores 1 (off), "use" 0 ---
-int parkingRearOffIndexByValue(std::uint32_t value);
-std::uint32_t parkingRearOffValueByIndex(int index);
 
 // --- Voice-guidance language (Brightness1) ---
 // clang-format off

@@ -4,6 +4,7 @@
 #include "card/alertsheet.h"
 #include "common/preferences.h"
 #include "customwindow.h"
+#include "disks/udisks2disksource.h"
 #include "kvrloadingcontroller.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
@@ -11,6 +12,7 @@
 #include "kvrplaybackengine.h"
 #include "kvrplayinfo.h"
 #include "kvrpositionslider.h"
+#include "kvrsettingcommands.h"
 #include "kvrtelemetrydisplay.h"
 #include "kvrvideocontainerview.h"
 #include "kvrwindowlayout.h"
@@ -146,6 +148,10 @@ void KVRAppDelegate::setupInitialValues()
     m_layout->layoutWindow();
 
     connectControls();
+    // The camera's speed unit, read from the card before the window shows.
+    m_settingCommands =
+        new KVRSettingCommands(m_window.get(), std::make_shared<UDisks2DiskSource>(), this);
+    m_settingCommands->readSpeedUnit();
     setupMenus();
 }
 
@@ -212,6 +218,11 @@ void KVRAppDelegate::connectControls()
                 &KVRPlaybackControls::videoPositionSliderMoved);
 }
 
+bool KVRAppDelegate::mileDisplay() const
+{
+    return m_settingCommands && m_settingCommands->mileDisplay();
+}
+
 void KVRAppDelegate::setupMenus()
 {
     QMenuBar* bar = m_window->menuBar();
@@ -230,6 +241,17 @@ void KVRAppDelegate::setupMenus()
     menu = bar->addMenu(qtTrId("main.menu.file"));
     //% "&Open Folder..."
     add(qtTrId("main.menu.open"), QKeySequence::Open, [this] { openMediaDirectoryDialog(); });
+    menu->addSeparator();
+    KVRSettingCommands* cards = m_settingCommands;
+    //% "&Settings..."
+    add(qtTrId("main.menu.settings"), Qt::CTRL | Qt::Key_Comma,
+        [cards] { cards->showSettingPanel(); });
+    //% "Open Card &Folder..."
+    add(qtTrId("main.menu.open_card_folder"), QKeySequence(),
+        [cards] { cards->openCardFolderDialog(); });
+    //% "&Clock..."
+    add(qtTrId("main.menu.clock"), Qt::CTRL | Qt::SHIFT | Qt::Key_T,
+        [cards] { cards->showTimeSetupPanel(); });
     menu->addSeparator();
     //% "&Close Window"
     add(qtTrId("main.menu.close"), QKeySequence::Close, [this] { closeWindow(); });

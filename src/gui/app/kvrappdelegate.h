@@ -18,6 +18,7 @@ class KVRMediaListTableModel;
 class KVRPlayInfo;
 class KVRPlaybackControls;
 class KVRPlaybackEngine;
+class KVRSettingCommands;
 class KVRTelemetryDisplay;
 class KVRWindowLayout;
 class VLCMediaPlayer;
@@ -66,6 +67,10 @@ public:
     KVRLoadingController* loading() const { return m_loading; }
     KVRMapView* mapWebView() const { return m_mapWebView; }
     KVRTelemetryDisplay* telemetryDisplay() const { return m_telemetryDisplay; }
+    // The settings and clock windows, and the camera's speed unit read at start-up.
+    KVRSettingCommands* settingCommands() const { return m_settingCommands; }
+    // The camera's speed unit as read from the card at start-up: true for miles.
+    bool mileDisplay() const;
     VLCMediaPlayer* player1() const { return m_player1.get(); }
     VLCMediaPlayer* player2() const { return m_player2.get(); }
     VLCVideoView* video1View() const { return m_video1View; }
@@ -103,6 +108,7 @@ private:
     KVRPlaybackControls* m_controls = nullptr;
     KVRMapView* m_mapWebView = nullptr;
     KVRTelemetryDisplay* m_telemetryDisplay = nullptr;
+    KVRSettingCommands* m_settingCommands = nullptr;
     QStringList m_columnNames;
     bool m_died = false;
     bool m_windowPainted = false;

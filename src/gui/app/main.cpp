@@ -5,6 +5,7 @@
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
 #include "kvrplaybackengine.h"
+#include "kvrsettingcommands.h"
 #include "resources/kavroresources.h"
 #include "resources/translations/infoplisttranslator.h"
 
@@ -31,6 +32,7 @@ struct Options
     QString folder;
     std::optional<qint64> playRow;
     bool fullScreen = false;
+    QString settingsFolder;
 };
 
 // Reads the command line; an error text when it cannot be used.
@@ -48,7 +50,11 @@ QString parseOptions(const QStringList& arguments, Options* options)
                                   QStringLiteral("row"));
     const QCommandLineOption fullScreen(QStringLiteral("full-screen"),
                                         QStringLiteral("Go full screen once playback starts."));
-    parser.addOptions({play, fullScreen});
+    const QCommandLineOption settings(
+        QStringLiteral("settings"),
+        QStringLiteral("Open the settings window on this folder as if it were the card's root."),
+        QStringLiteral("dir"));
+    parser.addOptions({play, fullScreen, settings});
     if (!parser.parse(arguments))
         return parser.errorText();
     if (parser.isSet(QStringLiteral("help"))) {
@@ -71,6 +77,11 @@ QString parseOptions(const QStringList& arguments, Options* options)
         options->playRow = row;
     }
     options->fullScreen = parser.isSet(fullScreen);
+    if (parser.isSet(settings)) {
+        options->settingsFolder = parser.value(settings);
+        if (!QFileInfo(options->settingsFolder).isDir())
+            return QStringLiteral("%1 is not a folder").arg(options->settingsFolder);
+    }
     return QString();
 }
 
@@ -115,5 +126,7 @@ int main(int argc, char** argv)
     }
     if (!options.folder.isEmpty())
         delegate.openPathFromCommandLine(options.folder);
+    if (!options.settingsFolder.isEmpty())
+        delegate.settingCommands()->showSettingPanelForFolder(options.settingsFolder);
     return app.exec();
 }

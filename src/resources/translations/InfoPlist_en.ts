@@ -291,6 +291,635 @@
         <source>This recording has no GPS data</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="main.menu.settings">
+        <source>&amp;Settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.open_card_folder">
+        <source>Open Card &amp;Folder...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.clock">
+        <source>&amp;Clock...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.open_card_folder">
+        <source>Open Card Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.clock_not_available">
+        <source>The clock window is not available in this version yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video">
+        <source>Video</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic">
+        <source>Basic</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps">
+        <source>GPS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux">
+        <source>Aux</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.motion">
+        <source>Motion</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.audio">
+        <source>Audio</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.driveinfoview">
+        <source>Drive records</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.sdcardformat">
+        <source>Format Card</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.disk_utility">
+        <source>Disk Utility</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.initialize">
+        <source>Initialise</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cancel">
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="save">
+        <source>Save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.window_title">
+        <source>KAVRO Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.information">
+        <source>Drive Records</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.write_protected_disk">
+        <source>The card could not be written. It may be write-protected, full or removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.saved">
+        <source>The settings were saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_not_available">
+        <source>Formatting the card is not available in this version yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.no_disk_utility">
+        <source>No disk utility is installed. Install GNOME Disks or KDE Partition Manager.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.mic_volume">
+        <source>Microphone volume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.speaker_volume">
+        <source>Speaker volume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.enable_hourly_alarm">
+        <source>Hourly chime</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.enable_voice_guidance">
+        <source>Voice guidance language</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.memconfig_warning">
+        <source>The camera applies a new share only after the card is formatted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.always">
+        <source>Continuous</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.motion">
+        <source>Motion</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.sdcard_capacity">
+        <source>Card share</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.night_ae_setting">
+        <source>Night exposure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.lcd_auto_off">
+        <source>Screen off after</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.country_ac_power_setting">
+        <source>Mains frequency</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.lcd_brightness">
+        <source>Screen brightness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.lcd_brightness_night">
+        <source>Dimmed screen at night</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.parking_rear_setting">
+        <source>Rear camera in parking mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.lcd_screensaver">
+        <source>Screen protection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.parking_monitor_notice">
+        <source>Parking monitor notice</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.recording_length">
+        <source>Length of one recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.pip_position">
+        <source>Small picture position</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.auto_format_alarm">
+        <source>Format reminder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.enable_gsensor">
+        <source>Impact detection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.use_external_power">
+        <source>Use external power</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_use">
+        <source>Use the external rear camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_led_use_event">
+        <source>Its LED lights on events</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_led_use_motion">
+        <source>Its LED lights on motion</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.enable_front_security_led">
+        <source>Front security LED</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.enable_rear_security_led">
+        <source>Rear security LED</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.car_number_input">
+        <source>Car number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.set_voltage">
+        <source>Cut-off voltage</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.set_timer">
+        <source>Timer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.power_guide">
+        <source>The camera stops recording in parking mode below this battery voltage or after this time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.auto_parking_waiting_time">
+        <source>Automatic parking mode after</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.driving_impact_sensitivity">
+        <source>Driving impact sensitivity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.parking_impact_sensitivity">
+        <source>Parking impact sensitivity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.others">
+        <source>Others</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.cable_voltage_loss">
+        <source>Cable voltage loss</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.cutoff_voltage_setting">
+        <source>Cut-off voltage setting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_settings">
+        <source>External rear camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="insensitive">
+        <source>least</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="sensitive">
+        <source>most</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.basic.customize">
+        <source>Customise</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.use_external_power_10v">
+        <source>With external power the camera cuts off at 10 V. Check the power unit.</source>
+        <oldsource>With external power the camera cuts off at 10 V. Make sure the power unit is rated for
+</oldsource>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.gps_speed_guide1">
+        <source>The unit of the speed in the overlay and in this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="summerTime">
+        <source>Summer time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.gps_time_guide1">
+        <source>The camera sets its clock from GPS in this time zone.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.weekly_alarm">
+        <source>Weekly no-driving alarm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.speed_display">
+        <source>Speed display</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.timezone_setting">
+        <source>Time zone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.osd_speed_display">
+        <source>Speed in the video</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.gps_on_parking_mode">
+        <source>GPS in parking mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.driving_route_info_saving_interval">
+        <source>Driving route saving interval</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.gps_guide1">
+        <source>GPS needs a clear view of the sky; the first fix can take a few minutes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.gps.gps_guide2">
+        <source>Without a GPS fix the overlay shows no speed and the route is not saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.front_sensitivity">
+        <source>Front camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.rear_sensitivity">
+        <source>Rear camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.motion.block_front">
+        <source>Front</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.motion.block_rear">
+        <source>Rear</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.motion.sensitivity">
+        <source>Motion detection sensitivity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.motion.block">
+        <source>Watched image blocks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="brightness">
+        <source>Brightness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.front_quality">
+        <source>Front video quality</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.rear_quality">
+        <source>Rear video quality</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.front_setting">
+        <source>Front camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.rear_setting">
+        <source>Rear camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.rear_reversal">
+        <source>Rear image reversal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.rear_fps">
+        <source>Rear frame rate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.front_tinting">
+        <source>Front lens filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.rear_tinting">
+        <source>Rear window tinting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.cpl_filter_use">
+        <source>Use the CPL filter when the windscreen reflects the dashboard.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="25fps">
+        <source>25 fps</source>
+        <oldsource>25fps</oldsource>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="30fps">
+        <source>30 fps</source>
+        <oldsource>30fps</oldsource>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="unuse">
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="use">
+        <source>On</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="off">
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="on">
+        <source>On</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="none">
+        <source>None</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="default">
+        <source>Default</source>
+        <oldsource>default</oldsource>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="auto">
+        <source>Auto</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="externpower">
+        <source>External power</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="customize">
+        <source>Custom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.quality_normal">
+        <source>Normal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.quality_high">
+        <source>High</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.video.quality_highest">
+        <source>Highest</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="15fps">
+        <source>15 fps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cpl_unuse">
+        <source>No filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cpl_use">
+        <source>CPL filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="light_tinting">
+        <source>Light tint</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dark_tinting">
+        <source>Dark tint</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="nSecond_fmt">
+        <source>%1 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="nMinute_fmt">
+        <source>%1 min</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="nHour_fmt">
+        <source>%1 h</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="mon">
+        <source>Mon</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="tue">
+        <source>Tue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="wed">
+        <source>Wed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="thu">
+        <source>Thu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="fri">
+        <source>Fri</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="sat">
+        <source>Sat</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="sun">
+        <source>Sun</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.low">
+        <source>Low</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.medium_sedan">
+        <source>Medium (sedan)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.high_suv">
+        <source>High (SUV)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.volume_low">
+        <source>low</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.volume_up">
+        <source>high</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="5min">
+        <source>5 min</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="3min">
+        <source>3 min</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.pip_top_left">
+        <source>Top left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.pip_top_right">
+        <source>Top right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.pip_bottom_left">
+        <source>Bottom left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.pip_bottom_right">
+        <source>Bottom right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.auto_format_notuse">
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.auto_format_4week">
+        <source>4 weeks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.auto_format_8week">
+        <source>8 weeks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.auto_format_16week">
+        <source>16 weeks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.aux.auto_format_32week">
+        <source>32 weeks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Korean">
+        <source>Korean</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="English">
+        <source>English</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="French">
+        <source>French</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Spanish.Europe">
+        <source>Spanish (Europe)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Arabic">
+        <source>Arabic</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Chinese">
+        <source>Chinese</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Russian">
+        <source>Russian</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Japanese">
+        <source>Japanese</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Thai">
+        <source>Thai</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BahasaIndonesia">
+        <source>Bahasa Indonesia</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Vietnamese">
+        <source>Vietnamese</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Mongolian">
+        <source>Mongolian</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Spanish.SouthAmerica">
+        <source>Spanish (South America)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="German">
+        <source>German</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Turkish">
+        <source>Turkish</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Italian">
+        <source>Italian</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Hindi">
+        <source>Hindi</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Cantonese">
+        <source>Cantonese</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Czech">
+        <source>Czech</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="Portuguese">
+        <source>Portuguese</source>
+        <translation type="unfinished"></translation>
+    </message>
     <message id="main.path_missing">
         <source>There is no file or folder at %1.</source>
         <translation type="unfinished"></translation>

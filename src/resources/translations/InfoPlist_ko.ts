@@ -291,6 +291,634 @@
         <source>This recording has no GPS data</source>
         <translation>이 녹화 파일에는 GPS 데이터가 없습니다</translation>
     </message>
+    <message id="main.menu.settings">
+        <source>&amp;Settings...</source>
+        <translation>설정(&amp;S)...</translation>
+    </message>
+    <message id="main.menu.open_card_folder">
+        <source>Open Card &amp;Folder...</source>
+        <translation>카드 폴더 열기(&amp;F)...</translation>
+    </message>
+    <message id="main.menu.clock">
+        <source>&amp;Clock...</source>
+        <translation>시계(&amp;C)...</translation>
+    </message>
+    <message id="main.open_card_folder">
+        <source>Open Card Folder</source>
+        <translation>카드 폴더 열기</translation>
+    </message>
+    <message id="msg.clock_not_available">
+        <source>The clock window is not available in this version yet.</source>
+        <translation>이 버전에서는 아직 시계 창을 사용할 수 없습니다.</translation>
+    </message>
+    <message id="setting.video">
+        <source>Video</source>
+        <translation>영상</translation>
+    </message>
+    <message id="setting.basic">
+        <source>Basic</source>
+        <translation>기본</translation>
+    </message>
+    <message id="setting.gps">
+        <source>GPS</source>
+        <translation>GPS</translation>
+    </message>
+    <message id="setting.aux">
+        <source>Aux</source>
+        <translation>부가</translation>
+    </message>
+    <message id="setting.motion">
+        <source>Motion</source>
+        <translation>모션</translation>
+    </message>
+    <message id="setting.audio">
+        <source>Audio</source>
+        <translation>음성</translation>
+    </message>
+    <message id="setting.driveinfoview">
+        <source>Drive records</source>
+        <translation>주행 기록</translation>
+    </message>
+    <message id="setting.sdcardformat">
+        <source>Format Card</source>
+        <translation>카드 포맷</translation>
+    </message>
+    <message id="setting.disk_utility">
+        <source>Disk Utility</source>
+        <translation>디스크 유틸리티</translation>
+    </message>
+    <message id="setting.initialize">
+        <source>Initialise</source>
+        <translation>초기화</translation>
+    </message>
+    <message id="cancel">
+        <source>Cancel</source>
+        <translation>취소</translation>
+    </message>
+    <message id="save">
+        <source>Save</source>
+        <translation>저장</translation>
+    </message>
+    <message id="setting.window_title">
+        <source>KAVRO Settings</source>
+        <translation>KAVRO 설정</translation>
+    </message>
+    <message id="setting.information">
+        <source>Drive Records</source>
+        <translation>주행 기록</translation>
+    </message>
+    <message id="msg.write_protected_disk">
+        <source>The card could not be written. It may be write-protected, full or removed.</source>
+        <translation>카드에 쓸 수 없습니다. 쓰기 방지되었거나 가득 찼거나 분리되었을 수 있습니다.</translation>
+    </message>
+    <message id="msg.saved">
+        <source>The settings were saved.</source>
+        <translation>설정을 저장했습니다.</translation>
+    </message>
+    <message id="msg.format_not_available">
+        <source>Formatting the card is not available in this version yet.</source>
+        <translation>이 버전에서는 아직 카드 포맷을 사용할 수 없습니다.</translation>
+    </message>
+    <message id="msg.no_disk_utility">
+        <source>No disk utility is installed. Install GNOME Disks or KDE Partition Manager.</source>
+        <translation>디스크 유틸리티가 설치되어 있지 않습니다. GNOME 디스크나 KDE 파티션 관리자를 설치하십시오.</translation>
+    </message>
+    <message id="setting.aux.mic_volume">
+        <source>Microphone volume</source>
+        <translation>마이크 음량</translation>
+    </message>
+    <message id="setting.aux.speaker_volume">
+        <source>Speaker volume</source>
+        <translation>스피커 음량</translation>
+    </message>
+    <message id="setting.aux.enable_hourly_alarm">
+        <source>Hourly chime</source>
+        <translation>정시 알림</translation>
+    </message>
+    <message id="setting.aux.enable_voice_guidance">
+        <source>Voice guidance language</source>
+        <translation>음성 안내 언어</translation>
+    </message>
+    <message id="msg.memconfig_warning">
+        <source>The camera applies a new share only after the card is formatted.</source>
+        <translation>새 비율은 카드를 포맷한 뒤에 적용됩니다.</translation>
+    </message>
+    <message id="setting.aux.always">
+        <source>Continuous</source>
+        <translation>상시</translation>
+    </message>
+    <message id="setting.aux.motion">
+        <source>Motion</source>
+        <translation>모션</translation>
+    </message>
+    <message id="setting.aux.sdcard_capacity">
+        <source>Card share</source>
+        <translation>메모리 비율</translation>
+    </message>
+    <message id="setting.aux.night_ae_setting">
+        <source>Night exposure</source>
+        <translation>야간 노출</translation>
+    </message>
+    <message id="setting.aux.lcd_auto_off">
+        <source>Screen off after</source>
+        <translation>화면 자동 꺼짐</translation>
+    </message>
+    <message id="setting.aux.country_ac_power_setting">
+        <source>Mains frequency</source>
+        <translation>전원 주파수</translation>
+    </message>
+    <message id="setting.aux.lcd_brightness">
+        <source>Screen brightness</source>
+        <translation>화면 밝기</translation>
+    </message>
+    <message id="setting.aux.lcd_brightness_night">
+        <source>Dimmed screen at night</source>
+        <translation>야간 화면 어둡게</translation>
+    </message>
+    <message id="setting.aux.parking_rear_setting">
+        <source>Rear camera in parking mode</source>
+        <translation>주차 모드 후방 카메라</translation>
+    </message>
+    <message id="setting.aux.lcd_screensaver">
+        <source>Screen protection</source>
+        <translation>화면 보호</translation>
+    </message>
+    <message id="setting.aux.parking_monitor_notice">
+        <source>Parking monitor notice</source>
+        <translation>주차 감시 알림</translation>
+    </message>
+    <message id="setting.aux.recording_length">
+        <source>Length of one recording</source>
+        <translation>녹화 파일 길이</translation>
+    </message>
+    <message id="setting.aux.pip_position">
+        <source>Small picture position</source>
+        <translation>작은 화면 위치</translation>
+    </message>
+    <message id="setting.aux.auto_format_alarm">
+        <source>Format reminder</source>
+        <translation>포맷 알림</translation>
+    </message>
+    <message id="setting.basic.enable_gsensor">
+        <source>Impact detection</source>
+        <translation>충격 감지</translation>
+    </message>
+    <message id="setting.basic.use_external_power">
+        <source>Use external power</source>
+        <translation>외부 전원 사용</translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_use">
+        <source>Use the external rear camera</source>
+        <translation>외장 후방 카메라 사용</translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_led_use_event">
+        <source>Its LED lights on events</source>
+        <translation>이벤트 시 LED 켜기</translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_led_use_motion">
+        <source>Its LED lights on motion</source>
+        <translation>모션 시 LED 켜기</translation>
+    </message>
+    <message id="setting.basic.enable_front_security_led">
+        <source>Front security LED</source>
+        <translation>전방 보안 LED</translation>
+    </message>
+    <message id="setting.basic.enable_rear_security_led">
+        <source>Rear security LED</source>
+        <translation>후방 보안 LED</translation>
+    </message>
+    <message id="setting.basic.car_number_input">
+        <source>Car number</source>
+        <translation>차량 번호</translation>
+    </message>
+    <message id="setting.basic.set_voltage">
+        <source>Cut-off voltage</source>
+        <translation>차단 전압</translation>
+    </message>
+    <message id="setting.basic.set_timer">
+        <source>Timer</source>
+        <translation>타이머</translation>
+    </message>
+    <message id="setting.basic.power_guide">
+        <source>The camera stops recording in parking mode below this battery voltage or after this time.</source>
+        <translation>배터리 전압이 이 값보다 낮아지거나 이 시간이 지나면 주차 모드 녹화를 멈춥니다.</translation>
+    </message>
+    <message id="setting.basic.auto_parking_waiting_time">
+        <source>Automatic parking mode after</source>
+        <translation>자동 주차 모드 전환 시간</translation>
+    </message>
+    <message id="setting.basic.driving_impact_sensitivity">
+        <source>Driving impact sensitivity</source>
+        <translation>주행 충격 감도</translation>
+    </message>
+    <message id="setting.basic.parking_impact_sensitivity">
+        <source>Parking impact sensitivity</source>
+        <translation>주차 충격 감도</translation>
+    </message>
+    <message id="setting.basic.others">
+        <source>Others</source>
+        <translation>기타</translation>
+    </message>
+    <message id="setting.basic.cable_voltage_loss">
+        <source>Cable voltage loss</source>
+        <translation>케이블 전압 손실</translation>
+    </message>
+    <message id="setting.basic.cutoff_voltage_setting">
+        <source>Cut-off voltage setting</source>
+        <translation>차단 전압 설정</translation>
+    </message>
+    <message id="setting.basic.external_rear_camera_settings">
+        <source>External rear camera</source>
+        <translation>외장 후방 카메라</translation>
+    </message>
+    <message id="insensitive">
+        <source>least</source>
+        <translation>둔감</translation>
+    </message>
+    <message id="sensitive">
+        <source>most</source>
+        <translation>민감</translation>
+    </message>
+    <message id="setting.basic.customize">
+        <source>Customise</source>
+        <translation>사용자 지정</translation>
+    </message>
+    <message id="msg.use_external_power_10v">
+        <source>With external power the camera cuts off at 10 V. Check the power unit.</source>
+        <oldsource>With external power the camera cuts off at 10 V. Make sure the power unit is rated for
+</oldsource>
+        <translation>외부 전원을 쓰면 10V에서 차단됩니다. 전원 장치를 확인하십시오.</translation>
+    </message>
+    <message id="setting.gps.gps_speed_guide1">
+        <source>The unit of the speed in the overlay and in this program.</source>
+        <translation>영상과 이 프로그램에 표시되는 속도 단위입니다.</translation>
+    </message>
+    <message id="summerTime">
+        <source>Summer time</source>
+        <translation>서머타임</translation>
+    </message>
+    <message id="setting.gps.gps_time_guide1">
+        <source>The camera sets its clock from GPS in this time zone.</source>
+        <translation>카메라는 이 시간대로 GPS 시각을 맞춥니다.</translation>
+    </message>
+    <message id="setting.gps.weekly_alarm">
+        <source>Weekly no-driving alarm</source>
+        <translation>요일 운행 제한 알림</translation>
+    </message>
+    <message id="setting.gps.speed_display">
+        <source>Speed display</source>
+        <translation>속도 표시</translation>
+    </message>
+    <message id="setting.gps.timezone_setting">
+        <source>Time zone</source>
+        <translation>시간대</translation>
+    </message>
+    <message id="setting.gps.osd_speed_display">
+        <source>Speed in the video</source>
+        <translation>영상 속도 표시</translation>
+    </message>
+    <message id="setting.gps.gps_on_parking_mode">
+        <source>GPS in parking mode</source>
+        <translation>주차 모드 GPS</translation>
+    </message>
+    <message id="setting.gps.driving_route_info_saving_interval">
+        <source>Driving route saving interval</source>
+        <translation>주행 경로 저장 간격</translation>
+    </message>
+    <message id="setting.gps.gps_guide1">
+        <source>GPS needs a clear view of the sky; the first fix can take a few minutes.</source>
+        <translation>GPS는 하늘이 트인 곳에서 잡히며, 처음에는 몇 분 걸릴 수 있습니다.</translation>
+    </message>
+    <message id="setting.gps.gps_guide2">
+        <source>Without a GPS fix the overlay shows no speed and the route is not saved.</source>
+        <translation>GPS 수신이 없으면 영상에 속도가 표시되지 않고 경로도 저장되지 않습니다.</translation>
+    </message>
+    <message id="setting.aux.front_sensitivity">
+        <source>Front camera</source>
+        <translation>전방 카메라</translation>
+    </message>
+    <message id="setting.aux.rear_sensitivity">
+        <source>Rear camera</source>
+        <translation>후방 카메라</translation>
+    </message>
+    <message id="setting.motion.block_front">
+        <source>Front</source>
+        <translation>전방</translation>
+    </message>
+    <message id="setting.motion.block_rear">
+        <source>Rear</source>
+        <translation>후방</translation>
+    </message>
+    <message id="setting.motion.sensitivity">
+        <source>Motion detection sensitivity</source>
+        <translation>모션 감지 감도</translation>
+    </message>
+    <message id="setting.motion.block">
+        <source>Watched image blocks</source>
+        <translation>감시 영역</translation>
+    </message>
+    <message id="brightness">
+        <source>Brightness</source>
+        <translation>밝기</translation>
+    </message>
+    <message id="setting.video.front_quality">
+        <source>Front video quality</source>
+        <translation>전방 화질</translation>
+    </message>
+    <message id="setting.video.rear_quality">
+        <source>Rear video quality</source>
+        <translation>후방 화질</translation>
+    </message>
+    <message id="setting.video.front_setting">
+        <source>Front camera</source>
+        <translation>전방 카메라</translation>
+    </message>
+    <message id="setting.video.rear_setting">
+        <source>Rear camera</source>
+        <translation>후방 카메라</translation>
+    </message>
+    <message id="setting.video.rear_reversal">
+        <source>Rear image reversal</source>
+        <translation>후방 영상 반전</translation>
+    </message>
+    <message id="setting.video.rear_fps">
+        <source>Rear frame rate</source>
+        <translation>후방 프레임 수</translation>
+    </message>
+    <message id="setting.video.front_tinting">
+        <source>Front lens filter</source>
+        <translation>전방 렌즈 필터</translation>
+    </message>
+    <message id="setting.video.rear_tinting">
+        <source>Rear window tinting</source>
+        <translation>후방 선팅</translation>
+    </message>
+    <message id="setting.video.cpl_filter_use">
+        <source>Use the CPL filter when the windscreen reflects the dashboard.</source>
+        <translation>앞유리에 대시보드가 비치면 CPL 필터를 사용하십시오.</translation>
+    </message>
+    <message id="25fps">
+        <source>25 fps</source>
+        <oldsource>25fps</oldsource>
+        <translation>25 fps</translation>
+    </message>
+    <message id="30fps">
+        <source>30 fps</source>
+        <oldsource>30fps</oldsource>
+        <translation>30 fps</translation>
+    </message>
+    <message id="unuse">
+        <source>Off</source>
+        <translation>사용 안 함</translation>
+    </message>
+    <message id="use">
+        <source>On</source>
+        <translation>사용</translation>
+    </message>
+    <message id="off">
+        <source>Off</source>
+        <translation>끔</translation>
+    </message>
+    <message id="on">
+        <source>On</source>
+        <translation>켬</translation>
+    </message>
+    <message id="none">
+        <source>None</source>
+        <translation>없음</translation>
+    </message>
+    <message id="default">
+        <source>Default</source>
+        <translation>기본</translation>
+    </message>
+    <message id="auto">
+        <source>Auto</source>
+        <translation>자동</translation>
+    </message>
+    <message id="externpower">
+        <source>External power</source>
+        <translation>외부 전원</translation>
+    </message>
+    <message id="customize">
+        <source>Custom</source>
+        <translation>사용자 지정</translation>
+    </message>
+    <message id="setting.video.quality_normal">
+        <source>Normal</source>
+        <translation>보통</translation>
+    </message>
+    <message id="setting.video.quality_high">
+        <source>High</source>
+        <translation>높음</translation>
+    </message>
+    <message id="setting.video.quality_highest">
+        <source>Highest</source>
+        <translation>최고</translation>
+    </message>
+    <message id="15fps">
+        <source>15 fps</source>
+        <translation>15 fps</translation>
+    </message>
+    <message id="cpl_unuse">
+        <source>No filter</source>
+        <translation>필터 없음</translation>
+    </message>
+    <message id="cpl_use">
+        <source>CPL filter</source>
+        <translation>CPL 필터</translation>
+    </message>
+    <message id="light_tinting">
+        <source>Light tint</source>
+        <translation>옅은 선팅</translation>
+    </message>
+    <message id="dark_tinting">
+        <source>Dark tint</source>
+        <translation>짙은 선팅</translation>
+    </message>
+    <message id="nSecond_fmt">
+        <source>%1 s</source>
+        <translation>%1초</translation>
+    </message>
+    <message id="nMinute_fmt">
+        <source>%1 min</source>
+        <translation>%1분</translation>
+    </message>
+    <message id="nHour_fmt">
+        <source>%1 h</source>
+        <translation>%1시간</translation>
+    </message>
+    <message id="mon">
+        <source>Mon</source>
+        <translation>월</translation>
+    </message>
+    <message id="tue">
+        <source>Tue</source>
+        <translation>화</translation>
+    </message>
+    <message id="wed">
+        <source>Wed</source>
+        <translation>수</translation>
+    </message>
+    <message id="thu">
+        <source>Thu</source>
+        <translation>목</translation>
+    </message>
+    <message id="fri">
+        <source>Fri</source>
+        <translation>금</translation>
+    </message>
+    <message id="sat">
+        <source>Sat</source>
+        <translation>토</translation>
+    </message>
+    <message id="sun">
+        <source>Sun</source>
+        <translation>일</translation>
+    </message>
+    <message id="setting.aux.low">
+        <source>Low</source>
+        <translation>낮음</translation>
+    </message>
+    <message id="setting.aux.medium_sedan">
+        <source>Medium (sedan)</source>
+        <translation>중간 (세단)</translation>
+    </message>
+    <message id="setting.aux.high_suv">
+        <source>High (SUV)</source>
+        <translation>높음 (SUV)</translation>
+    </message>
+    <message id="setting.aux.volume_low">
+        <source>low</source>
+        <translation>작게</translation>
+    </message>
+    <message id="setting.aux.volume_up">
+        <source>high</source>
+        <translation>크게</translation>
+    </message>
+    <message id="5min">
+        <source>5 min</source>
+        <translation>5분</translation>
+    </message>
+    <message id="3min">
+        <source>3 min</source>
+        <translation>3분</translation>
+    </message>
+    <message id="setting.aux.pip_top_left">
+        <source>Top left</source>
+        <translation>왼쪽 위</translation>
+    </message>
+    <message id="setting.aux.pip_top_right">
+        <source>Top right</source>
+        <translation>오른쪽 위</translation>
+    </message>
+    <message id="setting.aux.pip_bottom_left">
+        <source>Bottom left</source>
+        <translation>왼쪽 아래</translation>
+    </message>
+    <message id="setting.aux.pip_bottom_right">
+        <source>Bottom right</source>
+        <translation>오른쪽 아래</translation>
+    </message>
+    <message id="setting.aux.auto_format_notuse">
+        <source>Off</source>
+        <translation>사용 안 함</translation>
+    </message>
+    <message id="setting.aux.auto_format_4week">
+        <source>4 weeks</source>
+        <translation>4주</translation>
+    </message>
+    <message id="setting.aux.auto_format_8week">
+        <source>8 weeks</source>
+        <translation>8주</translation>
+    </message>
+    <message id="setting.aux.auto_format_16week">
+        <source>16 weeks</source>
+        <translation>16주</translation>
+    </message>
+    <message id="setting.aux.auto_format_32week">
+        <source>32 weeks</source>
+        <translation>32주</translation>
+    </message>
+    <message id="Korean">
+        <source>Korean</source>
+        <translation>한국어</translation>
+    </message>
+    <message id="English">
+        <source>English</source>
+        <translation>영어</translation>
+    </message>
+    <message id="French">
+        <source>French</source>
+        <translation>프랑스어</translation>
+    </message>
+    <message id="Spanish.Europe">
+        <source>Spanish (Europe)</source>
+        <translation>스페인어 (유럽)</translation>
+    </message>
+    <message id="Arabic">
+        <source>Arabic</source>
+        <translation>아랍어</translation>
+    </message>
+    <message id="Chinese">
+        <source>Chinese</source>
+        <translation>중국어</translation>
+    </message>
+    <message id="Russian">
+        <source>Russian</source>
+        <translation>러시아어</translation>
+    </message>
+    <message id="Japanese">
+        <source>Japanese</source>
+        <translation>일본어</translation>
+    </message>
+    <message id="Thai">
+        <source>Thai</source>
+        <translation>태국어</translation>
+    </message>
+    <message id="BahasaIndonesia">
+        <source>Bahasa Indonesia</source>
+        <translation>인도네시아어</translation>
+    </message>
+    <message id="Vietnamese">
+        <source>Vietnamese</source>
+        <translation>베트남어</translation>
+    </message>
+    <message id="Mongolian">
+        <source>Mongolian</source>
+        <translation>몽골어</translation>
+    </message>
+    <message id="Spanish.SouthAmerica">
+        <source>Spanish (South America)</source>
+        <translation>스페인어 (남미)</translation>
+    </message>
+    <message id="German">
+        <source>German</source>
+        <translation>독일어</translation>
+    </message>
+    <message id="Turkish">
+        <source>Turkish</source>
+        <translation>터키어</translation>
+    </message>
+    <message id="Italian">
+        <source>Italian</source>
+        <translation>이탈리아어</translation>
+    </message>
+    <message id="Hindi">
+        <source>Hindi</source>
+        <translation>힌디어</translation>
+    </message>
+    <message id="Cantonese">
+        <source>Cantonese</source>
+        <translation>광둥어</translation>
+    </message>
+    <message id="Czech">
+        <source>Czech</source>
+        <translation>체코어</translation>
+    </message>
+    <message id="Portuguese">
+        <source>Portuguese</source>
+        <translation>포르투갈어</translation>
+    </message>
     <message id="main.path_missing">
         <source>There is no file or folder at %1.</source>
         <translation>%1 위치에 파일이나 폴더가 없습니다.</translation>

@@ -1,3 +1,5 @@
+#include "settings/settingfields.h"
+#include "settings/settingfile.h"
 #include "settings/settingvalues.h"
 
 #include <QtTest>
@@ -9,18 +11,60 @@ class TestSettingValues : public QObject
     Q_OBJECT
 
 private slots:
-    void unknownValuesFallBack()
+    // Stored value -> the control's index, and what that index stores again.
+    void choiceTable_data()
     {
-        QCOMPARE(findAlwaysModeTimeoutIndexByValue(45), 2); // 30 s
-        QCOMPARE(findPowerVoltageIndexByValue(10000), ExternalPowerVoltageIndex);
-        QCOMPARE(findPowerVoltageIndexByValue(12050), 8); // 12.0 V
-        QCOMPARE(findPowerTimeIndexByValue(5), 0);
-        QCOMPARE(cableLossIndexByValue(0), 3); // older files: the 0.3 V default
-        QCOMPARE(cableLossIndexByValue(8), 3);
-        QCOMPARE(choiceIndexByValue(7, 5), 0);
-        QCOMPARE(lcdScreenSaverIndexByValue(9), 1);
-        QCOMPARE(parkingRearOffIndexByValue(5), 0);
-        QCOMPARE(sliderPositionForAlwaysRatio(75), 7);
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<qint64>("stored");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<qint64>("saved"); // -1: the record keeps its value
+        QTest::newRow("waiting time unknown") << "always_mode_timeout" << 45LL << 2 << 30LL;
+        QTest::newRow("external power") << "sd_mem_always_reserved" << 10000LL << 2 << 10000LL;
+        QTest::newRow("voltage unknown") << "sd_mem_always_reserved" << 12050LL << 8 << 12000LL;
+        QTest::newRow("timer unknown") << "sd_mem_motion_reserved" << 5LL << 0 << 0LL;
+        QTest::newRow("cable loss 0") << "CableVoltCorr" << 0LL << 3 << 4LL;
+        QTest::newRow("front LED on") << "ledoff" << 0LL << 1 << 0LL;
+        QTest::newRow("front LED odd") << "ledoff" << 5LL << 0 << 1LL;
+        QTest::newRow("g-sensor odd") << "g_sensor_enable" << 7LL << 1 << 1LL;
+        QTest::newRow("external power odd") << "sd_mem_event_reserved" << 2LL << 0 << 0LL;
+        QTest::newRow("brightness 7") << "vid_brightness" << 7LL << 0 << 0LL;
+        QTest::newRow("screen saver default") << "lcd_screensaver" << 0LL << 1 << 0LL;
+        QTest::newRow("screen saver odd") << "lcd_screensaver" << 9LL << 1 << 0LL;
+        QTest::newRow("rear off 5") << "parking_rear_off" << 5LL << 0 << 1LL;
+        QTest::newRow("pip 0 bottom right") << "pip_position" << 0LL << 3 << 0LL;
+        QTest::newRow("pip 2 top left") << "pip_position" << 2LL << 0 << 2LL;
+        QTest::newRow("pip 7") << "pip_position" << 7LL << 3 << 0LL;
+        QTest::newRow("Malaysia") << "Brightness1" << 20LL << 20 << 20LL;
+        QTest::newRow("language 21") << "Brightness1" << 21LL << -1 << -1LL;
+        QTest::newRow("zone unknown") << "time_gmt" << -1LL << -1 << -1LL;
+    }
+
+    void choiceTable()
+    {
+        QFETCH(QString, field);
+        QFETCH(qint64, stored);
+        QFETCH(int, index);
+        QFETCH(qint64, saved);
+        const SettingField* setting = findSettingField(field.toStdString());
+        QVERIFY(setting);
+        QCOMPARE(choiceIndexForValue(*setting, stored), index);
+        QCOMPARE(choiceValueAt(*setting, index).value_or(-1), saved);
+    }
+
+    void everyTableNameIsARecordField()
+    {
+        _FILEDATA defaults;
+        makeDefaultFileData(defaults);
+        for (const SettingField& field : settingFields()) {
+            const FileDataField* recordField = findFileDataField(field.name);
+            QVERIFY2(recordField &&
+                         isIntegerField(*recordField) == (field.kind != SettingKind::PlateNumber),
+                     field.name.data());
+            // The defaults are values a page shows as they are.
+            if (field.kind == SettingKind::Choice)
+                QVERIFY2(isStorableValue(defaults, field, fieldInteger(defaults, *recordField)),
+                         field.name.data());
+        }
     }
 
     void thresholdPresets()
@@ -61,14 +105,6 @@ private slots:
 
     void cellEncodings()
     {
-        const QList<MatrixCell> pipCells = {{1, 1}, {0, 1}, {0, 0}, {1, 0}};
-        for (quint32 position = 0; position < 4; ++position) {
-            QCOMPARE(pipCellForPosition(position), pipCells[position]);
-            QCOMPARE(pipPositionForCell(pipCells[position]), position);
-        }
-        QCOMPARE(pipCellForPosition(7), (MatrixCell{1, 1}));
-        QCOMPARE(pipPositionForCell({2, 0}), 0u);
-
         QCOMPARE(voiceLanguageCell(1, 4), (MatrixCell{0, 1}));
         QVERIFY(!voiceLanguageCell(MalaysiaLanguage, 4));
         QVERIFY(!voiceLanguageByCell({5, 0}, 4)); // cell 20 lies past the languages

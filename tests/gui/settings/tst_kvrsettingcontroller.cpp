@@ -1,0 +1,367 @@
+// The settings window as a whole: which card and file it takes, where it saves, what it refuses,
+// and the keys of its contract.
+
+#include "settingwindowfixture.h"
+
+#include "kvrsettingcommands.h"
+#include "resources/translations/infoplisttranslator.h"
+
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSlider>
+
+using namespace kavro;
+using namespace kavro::test;
+
+namespace {
+
+_FILEDATA recordWithZone(int zone)
+{
+    _FILEDATA record = defaultRecord();
+    record.time_gmt = zone;
+    record.speed_disp_unit = 1;
+    prepareFileDataForSave(record);
+    return record;
+}
+
+} // namespace
+
+class TestKVRSettingController : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        isolatedConfigHome();
+        qputenv("TZ", "UTC"); // the computer's zone is 00:00, index 14
+        installInfoPlistTranslator(QStringLiteral("en"));
+    }
+
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_disks = std::make_shared<FolderDisks>();
+    }
+
+    void settingFileBySize_data()
+    {
+        QTest::addColumn<int>("size"); // -1: no config.bin
+        QTest::addColumn<int>("savedZone");
+        QTest::newRow("428 bytes") << 428 << 5;
+        QTest::newRow("427 bytes") << 427 << 14;
+        QTest::newRow("429 bytes") << 429 << 14;
+        QTest::newRow("no file") << -1 << 14;
+    }
+
+    // A file of another size is not read: the window starts from the defaults in the computer's
+    // zone, names no file, and saving writes a whole record over it.
+    void settingFileBySize()
+    {
+        QFETCH(int, size);
+        QFETCH(int, savedZone);
+        QByteArray bytes = fileDataBytes(recordWithZone(5)).leftJustified(qMax(size, 0), '\0');
+        if (size >= 0)
+            QVERIFY(writeFile(cardFile(), bytes.left(size)));
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({nullptr, m_dir->path(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        QCOMPARE(window->windowTitle().endsWith(" : " + cardFile()), size == 428);
+        QVERIFY(window->windowTitle().contains("[Ver "));
+        saveAndDismiss(window.get());
+        QByteArray saved = readFile(cardFile());
+        QCOMPARE(saved.size(), 428);
+        QCOMPARE(u32At(saved, 168), quint32(savedZone));
+        QCOMPARE(u32At(saved, 164), size == 428 ? 1u : 0u);
+    }
+
+    void cardAmongDisks_data()
+    {
+        QTest::addColumn<QStringList>("disks"); // NAME, or NAME- for a card without config.bin
+        QTest::addColumn<bool>("refuseRename");
+        QTest::addColumn<QString>("folder"); // where the window reads; empty: nowhere
+        QTest::addColumn<QStringList>("renames");
+        QTest::newRow("KAVRO listed second")
+            << QStringList{"CARD", "KAVRO"} << false << "KAVRO" << QStringList{};
+        QTest::newRow("KAVRO listed first")
+            << QStringList{"KAVRO", "CARD"} << false << "KAVRO" << QStringList{};
+        QTest::newRow("KAVRO without file wins, then nothing to read")
+            << QStringList{"CARD", "KAVRO-"} << false << "" << QStringList{};
+        QTest::newRow("other name renamed")
+            << QStringList{"CARD"} << false << "KAVRO" << QStringList{"CARD>KAVRO interactive"};
+        // Each look for the card (when made, when shown) tries again.
+        QTest::newRow("rename refused")
+            << QStringList{"CARD"} << true << "CARD"
+            << QStringList{"CARD>KAVRO interactive", "CARD>KAVRO interactive"};
+    }
+
+    void cardAmongDisks()
+    {
+        QFETCH(QStringList, disks);
+        QFETCH(bool, refuseRename);
+        QFETCH(QString, folder);
+        QFETCH(QStringList, renames);
+        for (const QString& disk : disks)
+            addDisk(disk.chopped(disk.endsWith('-')), !disk.endsWith('-'));
+        m_disks->refuseRename = refuseRename;
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({m_disks, QString(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        // The window looks for the card twice (when made and when shown); a card is renamed once.
+        QCOMPARE(m_disks->renames, renames);
+        QString expected = folder.isEmpty() ? QString() : m_dir->filePath(folder + "/config.bin");
+        QCOMPARE(window->settingFilePath(), expected);
+        QCOMPARE(window->windowTitle().endsWith(" : " + expected), !folder.isEmpty());
+    }
+
+    void startUpReadsSpeedUnitQuietly()
+    {
+        KVRSettingCommands none(nullptr, m_disks);
+        none.readSpeedUnit();
+        QVERIFY(!none.mileDisplay());
+
+        addDisk("CARD", true); // speed_disp_unit 1
+        KVRSettingCommands commands(nullptr, m_disks);
+        commands.readSpeedUnit();
+        QVERIFY(commands.mileDisplay());
+        QCOMPARE(m_disks->renames, QStringList{"CARD>KAVRO quiet"});
+    }
+
+    void newWindowReleasesTheOldOne()
+    {
+        KVRSettingCommands commands(nullptr, m_disks);
+        commands.showSettingPanelForFolder(m_dir->path());
+        QPointer<QWidget> first = commands.lastDialogController();
+        QVERIFY(first && first->isVisible());
+        commands.showSettingPanelForFolder(m_dir->path());
+        QVERIFY(!first);
+        QVERIFY(commands.lastDialogController()->isVisible());
+    }
+
+    void invalidThresholdKeepsThePage()
+    {
+        QVERIFY(writeFile(cardFile(), fileDataBytes(recordWithZone(5))));
+        const QByteArray before = readFile(cardFile());
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({nullptr, m_dir->path(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        QTest::keyClick(window.get(), Qt::Key_PageDown, Qt::ControlModifier);
+        QWidget* basic = window->targetController();
+        clickSegment(basic, "gsensorSensitivityDrivingSeg", 5);
+        auto* x = basic->findChild<QLineEdit*>("gsensorSensitivityThresholdXDrivingField");
+        x->selectAll();
+        QTest::keyClicks(x, "abc");
+
+        // By key, by click on another tab, and by saving: the message, the page stays.
+        const QList<std::function<void()>> attempts = {
+            [&] { key(window.get(), Qt::Key_PageDown, Qt::ControlModifier); },
+            [&] {
+                QTest::mouseClick(window->functionSegmentedControl()->segmentButton(3),
+                                  Qt::LeftButton);
+            },
+            [&] { key(window.get(), Qt::Key_S, Qt::ControlModifier); },
+        };
+        for (const auto& attempt : attempts) {
+            attempt();
+            QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window.get()), WaitMs);
+            QMessageBox* alert = visibleAlert(window.get());
+            QCOMPARE(alert->text(), QString("KAVRO"));
+            QCOMPARE(alert->informativeText(), qtTrId("msg.input_value_invalid_format"));
+            dismissAlert(window.get());
+            QCOMPARE(window->lastSelectedTabIndex(), 1);
+            QCOMPARE(window->functionSegmentedControl()->selectedSegment(), 1);
+            QCOMPARE(window->targetController(), basic);
+            QTRY_COMPARE_WITH_TIMEOUT(window->focusWidget(), x, WaitMs);
+        }
+        QCOMPARE(readFile(cardFile()), before);
+        // Out of range is refused as well; in range lets the user on.
+        x->selectAll();
+        QTest::keyClicks(x, "1.51");
+        key(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window.get()), WaitMs);
+        QCOMPARE(visibleAlert(window.get())->informativeText(),
+                 qtTrId("msg.gsensor_outofrange_fmt").arg(0.05).arg(1.5));
+        dismissAlert(window.get());
+        x->selectAll();
+        QTest::keyClicks(x, "1.5");
+        key(window.get(), Qt::Key_PageDown, Qt::ControlModifier);
+        QCOMPARE(window->lastSelectedTabIndex(), 2);
+    }
+
+    void cardShareBelowTwentyKeepsThePage()
+    {
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({nullptr, m_dir->path(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        QTest::mouseClick(window->functionSegmentedControl()->segmentButton(3), Qt::LeftButton);
+        auto* slider = window->targetController()->findChild<QSlider*>("memeryRatioSlider");
+        slider->setFocus();
+        for (int step = 0; step < 6; ++step) // 7 -> 1
+            QTest::keyClick(slider, Qt::Key_Left);
+        key(window.get(), Qt::Key_Tab, Qt::ControlModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window.get()), WaitMs);
+        QCOMPARE(visibleAlert(window.get())->informativeText(), qtTrId("msg.sdcard_ratio_too_low"));
+        QCOMPARE(window->lastSelectedTabIndex(), 3);
+    }
+
+    void initialiseThenCancelOrSave()
+    {
+        _FILEDATA record = recordWithZone(5);
+        QVERIFY(writeFile(cardFile(), fileDataBytes(record)));
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({nullptr, m_dir->path(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        QTest::mouseClick(window->findChild<QPushButton*>("resetButton"), Qt::LeftButton);
+        key(window.get(), Qt::Key_Escape);
+        QTRY_VERIFY_WITH_TIMEOUT(!window->isVisible(), WaitMs);
+        QCOMPARE(readFile(cardFile()), fileDataBytes(record));
+
+        openWindow({nullptr, m_dir->path(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        QTest::mouseClick(window->findChild<QPushButton*>("resetButton"), Qt::LeftButton);
+        saveAndDismiss(window.get());
+        _FILEDATA defaults = defaultRecord(); // +09:00 whatever the computer's zone
+        prepareFileDataForSave(defaults);
+        QCOMPARE(readFile(cardFile()), fileDataBytes(defaults));
+    }
+
+    void fullCardWarnsAndKeepsTheFile()
+    {
+        QVERIFY(writeFile(cardFile(), fileDataBytes(recordWithZone(5))));
+        const QByteArray before = readFile(cardFile());
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({nullptr, m_dir->path(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        clickSegment(window->targetController(), "vid_brightness", 0);
+        {
+            FileSizeLimit fullCard(100);
+            key(window.get(), Qt::Key_S, Qt::ControlModifier);
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window.get()), WaitMs);
+        QCOMPARE(visibleAlert(window.get())->text(), QString("Warn"));
+        QCOMPARE(visibleAlert(window.get())->informativeText(), qtTrId("msg.write_protected_disk"));
+        dismissAlert(window.get());
+        QVERIFY(window->isVisible());
+        QCOMPARE(readFile(cardFile()), before);
+    }
+
+    // Without a card the user picks the file; a card put in while the window is open is where the
+    // save goes, and one pulled out is not.
+    void saveTargetFollowsTheCards()
+    {
+        std::unique_ptr<KVRSettingController> window;
+        openWindow({m_disks, QString(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        key(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QFileDialog* panel = savePanel(window.get());
+        QVERIFY(panel);
+        QCOMPARE(panel->windowTitle(), QString("Save Settings"));
+        panel->reject();
+        QTRY_VERIFY_WITH_TIMEOUT(!savePanel(window.get()), WaitMs);
+        QVERIFY(window->isVisible());
+
+        const QString chosen = m_dir->filePath("chosen.bin");
+        key(window.get(), Qt::Key_S, Qt::ControlModifier);
+        panel = savePanel(window.get());
+        QVERIFY(panel);
+        panel->selectFile(chosen);
+        static_cast<QDialog*>(panel)->accept();
+        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window.get()), WaitMs);
+        QCOMPARE(visibleAlert(window.get())->text(), chosen);
+        QTest::keyClick(visibleAlert(window.get()), Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(!window->isVisible(), WaitMs);
+        QCOMPARE(readFile(chosen).size(), 428);
+
+        // A card without a settings file arrives while a window is open.
+        openWindow({m_disks, QString(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        addDisk("KAVRO", false);
+        saveAndDismiss(window.get());
+        QCOMPARE(readFile(m_dir->filePath("KAVRO/config.bin")).size(), 428);
+
+        // The card is pulled out before the save: the user is asked again.
+        openWindow({m_disks, QString(), true}, window);
+        QVERIFY(!QTest::currentTestFailed());
+        QCOMPARE(window->settingFilePath(), m_dir->filePath("KAVRO/config.bin"));
+        m_disks->disks.clear();
+        QDir(m_dir->filePath("KAVRO")).removeRecursively();
+        key(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(savePanel(window.get()));
+        QVERIFY(!QFileInfo::exists(m_dir->filePath("KAVRO/config.bin")));
+    }
+
+    void loadingSheetClosesSoonAfterTheRead()
+    {
+        QVERIFY(writeFile(cardFile(), fileDataBytes(recordWithZone(5))));
+        KVRSettingController window({nullptr, m_dir->path(), true});
+        QElapsedTimer clock;
+        clock.start();
+        window.showWindow();
+        QVERIFY(window.loadingSheet()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!window.loadingSheet()->isVisible(), WaitMs);
+        QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(window.lastSelectedTabIndex(), 0);
+        QCOMPARE(window.driveInfoFilePath(), QString());
+        QVERIFY(makeFiles(m_dir->path(), {"DrvInfo/kavro_000.drv"}));
+        QCOMPARE(window.driveInfoFilePath(), m_dir->filePath("DrvInfo/kavro_000.drv"));
+        // The tab already shown is not rebuilt.
+        QWidget* page = window.targetController();
+        QTest::mouseClick(window.functionSegmentedControl()->segmentButton(0), Qt::LeftButton);
+        QCOMPARE(window.targetController(), page);
+    }
+
+    // GNOME Disks first, else KDE Partition Manager, else the user is told.
+    void diskUtilityStartsTheDesktopsTool()
+    {
+        const QByteArray path = qgetenv("PATH");
+        auto restore = qScopeGuard([&] { qputenv("PATH", path); });
+        const QString bin = m_dir->filePath("bin");
+        QVERIFY(QDir().mkpath(bin));
+        const QString started = m_dir->filePath("started");
+        QVERIFY(writeFile(bin + "/partitionmanager",
+                          "#!/bin/sh\necho partitionmanager > " + started.toUtf8() + "\n"));
+        QFile::setPermissions(bin + "/partitionmanager", QFile::ExeOwner | QFile::ReadOwner);
+        qputenv("PATH", bin.toUtf8());
+        KVRSettingController window({nullptr, m_dir->path(), true});
+        window.onDiskUtil();
+        QTRY_COMPARE_WITH_TIMEOUT(readFile(started), QByteArray("partitionmanager\n"), WaitMs);
+        QVERIFY(!visibleAlert(&window));
+
+        qputenv("PATH", m_dir->filePath("nothing").toUtf8());
+        window.show();
+        window.onDiskUtil();
+        QVERIFY(visibleAlert(&window));
+        QCOMPARE(visibleAlert(&window)->informativeText(), qtTrId("msg.no_disk_utility"));
+    }
+
+private:
+    static QFileDialog* savePanel(QWidget* window)
+    {
+        for (QFileDialog* panel : window->findChildren<QFileDialog*>("savePanel")) {
+            if (panel->isVisible())
+                return panel;
+        }
+        return nullptr;
+    }
+    QString cardFile() const { return m_dir->filePath("config.bin"); }
+
+    // A disk on a folder of its own; with a file, that file is a record with the miles unit.
+    void addDisk(const QString& name, bool withFile)
+    {
+        QString root = m_dir->filePath(name);
+        QDir().mkpath(root);
+        if (withFile)
+            QVERIFY(writeFile(root + "/config.bin", fileDataBytes(recordWithZone(5))));
+        m_disks->disks.append({name, root, true});
+    }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::shared_ptr<FolderDisks> m_disks;
+};
+
+QTEST_MAIN(TestKVRSettingController)
+#include "tst_kvrsettingcontroller.moc"

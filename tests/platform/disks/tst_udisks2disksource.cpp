@@ -1,0 +1,235 @@
+// Disk discovery through the real QtDBus code against the UDisks2 stand-in on a private bus, with
+// FAT32 images mounted by fusefat: listing, hot-plug, the volume rename and a save from the
+// settings window onto the image.
+
+#include "disks/udisks2disksource.h"
+
+#include "settings/kvrsettingcontroller.h"
+#include "settings/kvrsettingloadingsheet.h"
+#include "settings/settingfile.h"
+#include "testsupport.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace kavro;
+
+namespace {
+
+constexpr int WaitMs = 20000;
+
+bool tool(const QString& program, const QStringList& arguments, QByteArray* out = nullptr)
+{
+    test::ToolResult result = test::runProgram(program, arguments, 30000);
+    if (out)
+        *out = result.out;
+    return !result.crashed && result.exitCode == 0;
+}
+
+_FILEDATA milesRecord()
+{
+    _FILEDATA record;
+    makeDefaultFileData(record);
+    record.speed_disp_unit = 1;
+    prepareFileDataForSave(record);
+    return record;
+}
+
+} // namespace
+
+class TestUDisks2DiskSource : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        test::isolatedConfigHome();
+        for (const char* program :
+             {"dbus-daemon", "fusefat", "fusermount", "mkfs.fat", "fsck.fat", "fatlabel", "mcopy"})
+            QVERIFY2(!QStandardPaths::findExecutable(program).isEmpty(), program);
+        QVERIFY2(QFileInfo::exists("/dev/fuse"), "fusefat needs /dev/fuse");
+        QVERIFY(m_dir.isValid());
+        m_bus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address=1"});
+        QVERIFY(m_bus.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(m_bus.canReadLine(), WaitMs);
+        m_address = QString::fromLatin1(m_bus.readLine().trimmed());
+        m_connection = std::make_unique<QDBusConnection>(
+            QDBusConnection::connectToBus(m_address, QStringLiteral("test")));
+        QVERIFY(m_connection->isConnected());
+    }
+
+    // Before the service is there: no removable devices, and at once.
+    void noServiceMeansNoDisks()
+    {
+        UDisks2DiskSource disks(*m_connection);
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(disks.usbDiskEntities().isEmpty());
+        QVERIFY(!disks.findCardDisk());
+        QVERIFY(clock.elapsed() < UDisks2DiskSource::CallTimeoutMs);
+        UDisks2DiskSource noBus(QDBusConnection(QStringLiteral("never connected")));
+        QVERIFY(noBus.usbDiskEntities().isEmpty());
+    }
+
+    void startStandIn()
+    {
+        m_mounts = m_dir.filePath("media");
+        QDir().mkpath(m_mounts);
+        m_standIn.start(QStringLiteral(KAVRO_STANDIN_PATH), {m_address, m_mounts});
+        QVERIFY(m_standIn.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(m_log.append(m_standIn.readAllStandardOutput()).contains("ready"),
+                                 WaitMs);
+    }
+
+    void listsUsbVolumesAndNoticesChanges()
+    {
+        UDisks2DiskSource disks(*m_connection);
+        QSignalSpy changes(&disks, &UDisks2DiskSource::disksChanged);
+        QString mounted = addCard("sdk1", "CARD", "usb", false, false);
+        addCard("mmcblk0p1", "SLOT", "sdio", false, false); // a slot in the computer
+        QTRY_VERIFY_WITH_TIMEOUT(changes.size() >= 2, WaitMs);
+
+        QList<TKUSBDiskEntity> listed = disks.usbDiskEntities();
+        QCOMPARE(listed.size(), 1);
+        const TKUSBDiskEntity& card = listed.first();
+        QCOMPARE(card.volumeName(), QString("CARD"));
+        QCOMPARE(card.mountedPath(), mounted);
+        QCOMPARE(card.deviceFilePath(), QString("/dev/sdk1"));
+        QCOMPARE(card.deviceModel(), QString("Generic Card Reader"));
+        QCOMPARE(card.volumeSize(), quint64(40 << 20));
+        QVERIFY(card.writable());
+        QVERIFY(!card.mediaWhole());
+        QCOMPARE(card.key(), QString("/org/freedesktop/UDisks2/block_devices/sdk1"));
+        QVERIFY(QFileInfo::exists(mounted + "/config.bin"));
+
+        changes.clear();
+        removeCard("mmcblk0p1");
+        QTRY_VERIFY_WITH_TIMEOUT(!changes.isEmpty(), WaitMs);
+    }
+
+    // The window found the card under another name: it is renamed without asking for a
+    // password, mounted anew, read from the new path and saved there.
+    void settingsWindowRenamesAndSavesOnTheCard()
+    {
+        auto disks = std::make_shared<UDisks2DiskSource>(*m_connection);
+        // A FAT label cannot be set while the volume is mounted.
+        QDBusMessage busy = m_connection->call(
+            QDBusMessage::createMethodCall("org.freedesktop.UDisks2",
+                                           "/org/freedesktop/UDisks2/block_devices/sdk1",
+                                           "org.freedesktop.UDisks2.Filesystem", "SetLabel")
+            << QString("KAVRO") << QVariantMap());
+        QCOMPARE(busy.errorName(), QString("org.freedesktop.UDisks2.Error.Failed"));
+
+        KVRSettingController window({disks, QString(), false});
+        const QString renamed = m_mounts + "/KAVRO";
+        QCOMPARE(window.settingFilePath(), renamed + "/config.bin");
+        QCOMPARE(window.filedata()->speed_disp_unit, 1u);
+        QTRY_VERIFY_WITH_TIMEOUT(m_log.append(m_standIn.readAllStandardOutput())
+                                     .contains("SetLabel sdk1 no_user_interaction=true"),
+                                 WaitMs);
+        QByteArray label;
+        QVERIFY(tool("fatlabel", {image("sdk1")}, &label));
+        QCOMPARE(label.trimmed(), QByteArray("KAVRO"));
+
+        window.showWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            window.lastSelectedTabIndex() == 0 && !window.loadingSheet()->isVisible(), WaitMs);
+        window.onSaveDefaultSetting();
+        window.onSave();
+        QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
+        _FILEDATA defaults;
+        makeDefaultFileData(defaults);
+        prepareFileDataForSave(defaults);
+        QCOMPARE(window.findChild<QMessageBox*>()->text(), renamed + "/config.bin");
+
+        // What is on the image itself: the new record, on a sound file system.
+        removeCard("sdk1");
+        QByteArray onImage;
+        QVERIFY(tool("mcopy", {"-n", "-i", image("sdk1"), "::config.bin", "-"}, &onImage));
+        QCOMPARE(onImage, fileDataBytes(defaults));
+        QVERIFY(tool("fsck.fat", {"-n", image("sdk1")}));
+    }
+
+    void readOnlyCardWarns()
+    {
+        auto disks = std::make_shared<UDisks2DiskSource>(*m_connection);
+        QString mounted = addCard("sdm1", "KAVRO", "usb", true, true);
+        KVRSettingController window({disks, QString(), true});
+        QCOMPARE(window.settingFilePath(), mounted + "/config.bin");
+        QVERIFY(!disks->findCardDisk()->writable());
+        QVERIFY(disks->findCardDisk()->mediaWhole());
+        window.showWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            window.lastSelectedTabIndex() == 0 && !window.loadingSheet()->isVisible(), WaitMs);
+        window.onSave();
+        QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
+        QCOMPARE(window.findChild<QMessageBox*>()->text(), QString("Warn"));
+        removeCard("sdm1");
+        QVERIFY(tool("fsck.fat", {"-n", image("sdm1")}));
+    }
+
+    void cleanupTestCase()
+    {
+        m_standIn.terminate();
+        m_standIn.waitForFinished(5000);
+        // Whatever a failed test left mounted.
+        for (const QString& dir : QDir(m_mounts).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            tool("fusermount", {"-u", QDir(m_mounts).filePath(dir)});
+        m_connection.reset();
+        QDBusConnection::disconnectFromBus(QStringLiteral("test"));
+        m_bus.terminate();
+        m_bus.waitForFinished(5000);
+    }
+
+private:
+    QString image(const QString& name) const { return m_dir.filePath(name + ".img"); }
+
+    // A 40 MB FAT32 image holding a settings file with the miles unit, plugged in and mounted.
+    QString addCard(const QString& name, const QString& label, const QString& bus, bool readOnly,
+                    bool whole)
+    {
+        const QString path = image(name);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || !file.resize(40 << 20))
+            return QString();
+        file.close();
+        const QString settings = m_dir.filePath(name + ".bin");
+        test::writeFile(settings, fileDataBytes(milesRecord()));
+        if (!tool("mkfs.fat", {"-F", "32", "-n", label, path}) ||
+            !tool("mcopy", {"-i", path, settings, "::config.bin"}))
+            return QString();
+        QDBusMessage reply = m_connection->call(
+            QDBusMessage::createMethodCall("org.freedesktop.UDisks2", "/org/freedesktop/UDisks2",
+                                           "org.kavro.StandIn", "AddCard")
+            << name << path << bus << readOnly << !whole);
+        return reply.arguments().value(0).toString();
+    }
+
+    void removeCard(const QString& name)
+    {
+        m_connection->call(QDBusMessage::createMethodCall("org.freedesktop.UDisks2",
+                                                          "/org/freedesktop/UDisks2",
+                                                          "org.kavro.StandIn", "RemoveCard")
+                           << name);
+    }
+
+    QTemporaryDir m_dir;
+    QProcess m_bus;
+    QProcess m_standIn;
+    QString m_address;
+    QString m_mounts;
+    QByteArray m_log;
+    std::unique_ptr<QDBusConnection> m_connection;
+};
+
+QTEST_MAIN(TestUDisks2DiskSource)
+#include "tst_udisks2disksource.moc"

@@ -1,0 +1,302 @@
+// A stand-in for the UDisks2 daemon on a private bus, for the tests of the disk discovery. It
+// serves FAT image files as USB card readers, mounted with fusefat, with the daemon's object
+// layout, property types and errors, and only the calls the program makes. A control interface
+// lets the test plug and pull cards. Each call it serves is written to stdout as one line.
+//
+//   udisks2standin BUS-ADDRESS MOUNT-BASE
+
+#include <QCoreApplication>
+#include <QDBusAbstractAdaptor>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusVirtualObject>
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <cstdio>
+
+using InterfaceMap = QMap<QString, QVariantMap>;
+using ManagedObjects = QMap<QDBusObjectPath, InterfaceMap>;
+
+namespace {
+
+const QString Root = QStringLiteral("/org/freedesktop/UDisks2");
+const QString BlockPrefix = Root + QStringLiteral("/block_devices/");
+const QString DrivePrefix = Root + QStringLiteral("/drives/");
+const QString Filesystem = QStringLiteral("org.freedesktop.UDisks2.Filesystem");
+const QString Control = QStringLiteral("org.kavro.StandIn");
+
+void note(const QString& line)
+{
+    std::fprintf(stdout, "%s\n", qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+bool run(const QString& program, const QStringList& arguments, QString* output = nullptr)
+{
+    QProcess process;
+    process.start(program, arguments);
+    bool ok = process.waitForFinished(20000) && process.exitStatus() == QProcess::NormalExit &&
+              process.exitCode() == 0;
+    if (output)
+        *output = QString::fromLocal8Bit(process.readAllStandardOutput());
+    return ok;
+}
+
+struct Card
+{
+    QString name; // the block device's name, "sdk1"
+    QString image;
+    QString label;
+    QString bus;
+    bool readOnly = false;
+    bool partition = true;
+    QString mountPoint;
+};
+
+class StandIn : public QDBusVirtualObject
+{
+public:
+    StandIn(QDBusConnection bus, QString base) : m_bus(std::move(bus)), m_base(std::move(base)) {}
+
+    QString introspect(const QString&) const override { return QString(); }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
+    {
+        const QString member = message.member();
+        QDBusMessage reply;
+        if (message.path() == Root && member == QLatin1String("GetManagedObjects")) {
+            reply = message.createReply(QVariant::fromValue(objects()));
+        } else if (message.interface() == Control) {
+            reply = control(message);
+        } else if (message.interface() == Filesystem && message.path().startsWith(BlockPrefix)) {
+            reply = filesystem(message, message.path().mid(BlockPrefix.size()));
+        } else {
+            reply =
+                message.createErrorReply(QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"),
+                                         QStringLiteral("not served: %1").arg(member));
+        }
+        connection.send(reply);
+        return true;
+    }
+
+private:
+    InterfaceMap interfacesOf(const Card& card) const
+    {
+        QByteArray device = "/dev/" + card.name.toLatin1() + '\0';
+        QList<QByteArray> points;
+        if (!card.mountPoint.isEmpty())
+            points.append(card.mountPoint.toLocal8Bit() + '\0');
+        InterfaceMap interfaces;
+        interfaces.insert(QStringLiteral("org.freedesktop.UDisks2.Block"),
+                          {{"Device", device},
+                           {"PreferredDevice", device},
+                           {"IdLabel", card.label},
+                           {"IdType", QStringLiteral("vfat")},
+                           {"Size", quint64(QFileInfo(card.image).size())},
+                           {"ReadOnly", card.readOnly},
+                           {"Drive", QVariant::fromValue(QDBusObjectPath(DrivePrefix + card.name))},
+                           {"HintIgnore", false},
+                           {"HintSystem", false}});
+        interfaces.insert(Filesystem, {{"MountPoints", QVariant::fromValue(points)}});
+        if (card.partition)
+            interfaces.insert(QStringLiteral("org.freedesktop.UDisks2.Partition"),
+                              {{"Number", 1u}});
+        return interfaces;
+    }
+
+    InterfaceMap driveOf(const Card& card) const
+    {
+        return {{QStringLiteral("org.freedesktop.UDisks2.Drive"),
+                 {{"ConnectionBus", card.bus},
+                  {"Removable", true},
+                  {"MediaRemovable", true},
+                  {"Vendor", QStringLiteral("Generic")},
+                  {"Model", QStringLiteral("Card Reader")}}}};
+    }
+
+    ManagedObjects objects() const
+    {
+        ManagedObjects all;
+        for (const Card& card : m_cards) {
+            all.insert(QDBusObjectPath(BlockPrefix + card.name), interfacesOf(card));
+            all.insert(QDBusObjectPath(DrivePrefix + card.name), driveOf(card));
+        }
+        return all;
+    }
+
+    void signal(const QString& member, const QVariantList& arguments)
+    {
+        QDBusMessage out = QDBusMessage::createSignal(
+            Root, QStringLiteral("org.freedesktop.DBus.ObjectManager"), member);
+        out.setArguments(arguments);
+        m_bus.send(out);
+    }
+
+    void propertiesChanged(const Card& card)
+    {
+        QDBusMessage out = QDBusMessage::createSignal(
+            BlockPrefix + card.name, QStringLiteral("org.freedesktop.DBus.Properties"),
+            QStringLiteral("PropertiesChanged"));
+        out.setArguments({Filesystem, QVariantMap(), QStringList{"MountPoints"}});
+        m_bus.send(out);
+    }
+
+    Card* find(const QString& name)
+    {
+        for (Card& card : m_cards) {
+            if (card.name == name)
+                return &card;
+        }
+        return nullptr;
+    }
+
+    // Mounted under the label, as desktops do, so a new label gives a new path.
+    QString mount(Card& card)
+    {
+        QString dir = QDir(m_base).filePath(card.label.isEmpty() ? card.name : card.label);
+        QDir().mkpath(dir);
+        QStringList options{"-o", card.readOnly ? "ro" : "rw+", card.image, dir};
+        if (!run(QStringLiteral("fusefat"), options))
+            return QString();
+        card.mountPoint = dir;
+        return dir;
+    }
+
+    bool unmount(Card& card)
+    {
+        if (!run(QStringLiteral("fusermount"), {"-u", card.mountPoint}))
+            return false;
+        QDir().rmdir(card.mountPoint);
+        card.mountPoint.clear();
+        return true;
+    }
+
+    QDBusMessage control(const QDBusMessage& message)
+    {
+        const QVariantList args = message.arguments();
+        if (message.member() == QLatin1String("AddCard") && args.size() == 5) {
+            Card card{args[0].toString(), args[1].toString(), QString(), args[2].toString(),
+                      args[3].toBool(),   args[4].toBool(),   QString()};
+            QString output;
+            run(QStringLiteral("fatlabel"), {card.image}, &output);
+            card.label = output.trimmed();
+            m_cards.append(card);
+            if (mount(m_cards.last()).isEmpty())
+                return message.createErrorReply(QStringLiteral("org.kavro.Error"), "mount failed");
+            signal(QStringLiteral("InterfacesAdded"),
+                   {QVariant::fromValue(QDBusObjectPath(BlockPrefix + card.name)),
+                    QVariant::fromValue(interfacesOf(m_cards.last()))});
+            note(QStringLiteral("AddCard %1 %2").arg(card.name, m_cards.last().mountPoint));
+            return message.createReply(m_cards.last().mountPoint);
+        }
+        if (message.member() == QLatin1String("RemoveCard") && args.size() == 1) {
+            Card* card = find(args[0].toString());
+            if (!card)
+                return message.createErrorReply(QStringLiteral("org.kavro.Error"), "no such card");
+            if (!card->mountPoint.isEmpty())
+                unmount(*card);
+            QString path = BlockPrefix + card->name;
+            m_cards.removeIf([&](const Card& c) { return c.name == args[0].toString(); });
+            signal(QStringLiteral("InterfacesRemoved"),
+                   {QVariant::fromValue(QDBusObjectPath(path)), QStringList{Filesystem}});
+            note(QStringLiteral("RemoveCard %1").arg(args[0].toString()));
+            return message.createReply();
+        }
+        return message.createErrorReply(QStringLiteral("org.kavro.Error"), "bad control call");
+    }
+
+    QDBusMessage filesystem(const QDBusMessage& message, const QString& name)
+    {
+        Card* card = find(name);
+        if (!card)
+            return message.createErrorReply(
+                QStringLiteral("org.freedesktop.DBus.Error.UnknownObject"), name);
+        const QVariantList args = message.arguments();
+        const QVariantMap options =
+            args.isEmpty() ? QVariantMap() : qdbus_cast<QVariantMap>(args.last());
+        note(QStringLiteral("%1 %2 no_user_interaction=%3")
+                 .arg(message.member(), name,
+                      options.value("auth.no_user_interaction").toBool() ? "true" : "false"));
+        const QString member = message.member();
+        if (member == QLatin1String("Unmount")) {
+            if (card->mountPoint.isEmpty())
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.NotMounted"),
+                    QStringLiteral("Device /dev/%1 is not mounted").arg(name));
+            if (!unmount(*card))
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.DeviceBusy"),
+                    QStringLiteral("Error unmounting /dev/%1: target is busy").arg(name));
+            propertiesChanged(*card);
+            return message.createReply();
+        }
+        if (member == QLatin1String("Mount")) {
+            if (!card->mountPoint.isEmpty())
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.AlreadyMounted"),
+                    QStringLiteral("Device /dev/%1 is already mounted at `%2'.")
+                        .arg(name, card->mountPoint));
+            QString dir = mount(*card);
+            if (dir.isEmpty())
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
+                    QStringLiteral("Error mounting /dev/%1").arg(name));
+            propertiesChanged(*card);
+            return message.createReply(dir);
+        }
+        if (member == QLatin1String("SetLabel") && args.size() == 2) {
+            if (!card->mountPoint.isEmpty())
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
+                    QStringLiteral("Cannot change the label of mounted FAT file system /dev/%1")
+                        .arg(name));
+            if (card->readOnly)
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
+                    QStringLiteral("/dev/%1 is read-only").arg(name));
+            const QString label = args[0].toString();
+            if (!run(QStringLiteral("fatlabel"), {card->image, label}))
+                return message.createErrorReply(
+                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
+                    QStringLiteral("fatlabel failed"));
+            card->label = label;
+            return message.createReply();
+        }
+        return message.createErrorReply(QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"),
+                                        member);
+    }
+
+    QDBusConnection m_bus;
+    QString m_base;
+    QList<Card> m_cards;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: udisks2standin BUS-ADDRESS MOUNT-BASE\n");
+        return 2;
+    }
+    qDBusRegisterMetaType<QList<QByteArray>>();
+    qDBusRegisterMetaType<InterfaceMap>();
+    qDBusRegisterMetaType<ManagedObjects>();
+    QDBusConnection bus =
+        QDBusConnection::connectToBus(QString::fromLocal8Bit(argv[1]), QStringLiteral("standin"));
+    StandIn standIn(bus, QString::fromLocal8Bit(argv[2]));
+    if (!bus.isConnected() ||
+        !bus.registerVirtualObject(Root, &standIn, QDBusConnection::SubPath) ||
+        !bus.registerService(QStringLiteral("org.freedesktop.UDisks2"))) {
+        std::fprintf(stderr, "udisks2standin: cannot serve on %s\n", argv[1]);
+        return 1;
+    }
+    note(QStringLiteral("ready"));
+    return app.exec();
+}
