@@ -1,6 +1,7 @@
 #include "outputfile.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -9,6 +10,7 @@
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace kavro {
@@ -116,6 +118,7 @@ bool OutputFile::open(const QString& path, Rule rule)
 {
     cancel();
     m_rule = rule;
+    m_temporaryMade = false;
     m_error.clear();
     m_errorCode = 0;
     m_target.clear();
@@ -226,6 +229,7 @@ bool OutputFile::openTemporary(const QByteArray& target)
         m_fd = fd;
         m_temporary = candidate;
         m_kind = Kind::Temporary;
+        m_temporaryMade = true;
         if (exists) {
             if (::geteuid() == 0 && (old.st_uid != 0 || old.st_gid != 0))
                 (void)::fchown(fd, old.st_uid, old.st_gid);
@@ -321,28 +325,53 @@ void OutputFile::closeFd()
 
 namespace {
 
+// The bytes at the start of a file, through a descriptor of their own.
+bool readStart(const QByteArray& path, QByteArray* bytes, int* code)
+{
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    const bool ok =
+        fd >= 0 && ::pread(fd, bytes->data(), std::size_t(bytes->size()), 0) == bytes->size();
+    if (!ok)
+        *code = errno ? errno : EIO;
+    if (fd >= 0)
+        ::close(fd);
+    return ok;
+}
+
+bool writeStart(const QByteArray& path, const QByteArray& bytes, int* code)
+{
+    const int fd = ::open(path.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    bool ok = fd >= 0 && writeAll(fd, bytes.constData(), bytes.size(), code) && !syncFailed(fd);
+    if (!ok && *code == 0)
+        *code = errno ? errno : EIO;
+    if (fd >= 0 && ::close(fd) != 0 && ok) {
+        *code = errno;
+        ok = false;
+    }
+    return ok;
+}
+
 // The card had no room for a copy: write the same number of bytes over the old ones and make
-// sure they arrived.
+// sure they arrived. Where the write fails part-way, the old bytes are put back if they can be.
+// Reading, writing and reading back each use a descriptor of their own: a FAT driver was seen
+// to drop a write made through a descriptor that had read first.
 bool overwriteInPlace(const QByteArray& target, const QByteArray& content, QString* reason)
 {
+    QByteArray old(content.size(), '\0');
     int code = 0;
-    const int fd = ::open(target.constData(), O_RDWR | O_CLOEXEC | O_NOCTTY);
-    if (fd < 0) {
-        *reason = reasonOf(errno);
+    if (!readStart(target, &old, &code)) {
+        *reason = reasonOf(code);
+        return false;
+    }
+    if (!writeStart(target, content, &code)) {
+        int restoreFailure = 0;
+        writeStart(target, old, &restoreFailure);
+        *reason = reasonOf(code);
         return false;
     }
     QByteArray back(content.size(), '\0');
-    bool ok = ::lseek(fd, 0, SEEK_SET) == 0 &&
-              writeAll(fd, content.constData(), content.size(), &code) && !syncFailed(fd);
-    if (!ok && code == 0)
-        code = errno;
-    ok = ok && ::pread(fd, back.data(), std::size_t(back.size()), 0) == back.size();
-    if (::close(fd) != 0 && ok) {
-        ok = false;
-        code = errno;
-    }
-    if (!ok) {
-        *reason = reasonOf(code ? code : EIO);
+    if (!readStart(target, &back, &code)) {
+        *reason = reasonOf(code);
         return false;
     }
     if (back != content) {
@@ -357,15 +386,36 @@ bool overwriteInPlace(const QByteArray& target, const QByteArray& content, QStri
 bool writeFile(const QString& path, const QByteArray& content, QString* error,
                OutputFile::Rule rule)
 {
+    // A card that has no room for a copy is written in place without trying one, which would
+    // only end half-made.
+    if (rule == OutputFile::Rule::ReplaceOrOverwrite) {
+        const QByteArray target = QFile::encodeName(QFileInfo(path).canonicalFilePath());
+        struct stat info = {};
+        struct statvfs space = {};
+        if (!target.isEmpty() && ::stat(target.constData(), &info) == 0 && S_ISREG(info.st_mode) &&
+            info.st_size == content.size() &&
+            ::statvfs(folderOf(target).constData(), &space) == 0 &&
+            quint64(space.f_bavail) * space.f_bsize < quint64(content.size()) + space.f_bsize) {
+            QString reason;
+            if (overwriteInPlace(target, content, &reason))
+                return true;
+            if (error)
+                *error = reason;
+            return false;
+        }
+    }
     OutputFile file;
     if (file.open(path, rule) && file.write(content) && file.commit())
         return true;
     QString reason = file.errorString();
     const int code = file.errorCode();
     struct stat info = {};
-    if (rule == OutputFile::Rule::ReplaceOrOverwrite && (code == ENOSPC || code == EDQUOT) &&
-        !file.targetPath().isEmpty() && ::stat(file.targetPath().constData(), &info) == 0 &&
-        S_ISREG(info.st_mode) && info.st_size == content.size()) {
+    // No room shows as ENOSPC, or (some FUSE file systems) as a write refused once the copy
+    // was made: the folder took a new file, so it is not write-protected.
+    const bool noRoom = code == ENOSPC || code == EDQUOT || (code == EPERM && file.temporaryMade());
+    if (rule == OutputFile::Rule::ReplaceOrOverwrite && noRoom && !file.targetPath().isEmpty() &&
+        ::stat(file.targetPath().constData(), &info) == 0 && S_ISREG(info.st_mode) &&
+        info.st_size == content.size()) {
         if (overwriteInPlace(file.targetPath(), content, &reason))
             return true;
     }

@@ -54,6 +54,8 @@ public:
     const QString& errorString() const { return m_error; }
     // The errno of the first failure, 0 when none.
     int errorCode() const { return m_errorCode; }
+    // A temporary copy was created beside the target (whatever happened to it afterwards).
+    bool temporaryMade() const { return m_temporaryMade; }
     // The file the content lands in, after links were followed; empty for a descriptor.
     const QByteArray& targetPath() const { return m_target; }
 
@@ -81,6 +83,7 @@ private:
     QByteArray m_temporary;
     QString m_error;
     int m_errorCode = 0;
+    bool m_temporaryMade = false;
 };
 
 // Writes the whole content by the rule. Returns false with the reason in error.

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -181,6 +182,55 @@ private slots:
         QVERIFY(QFile::link(clock, dir.filePath("link.jpg")));
         QVERIFY(!writeFile(dir.filePath("link.jpg"), "second", nullptr, Rule::CreateNew));
         QCOMPARE(test::readFile(clock), QByteArray("2026/11/24 08:00:00 and a tail"));
+    }
+
+    // A card that loop recording filled still takes a settings file of the same size, written
+    // in place; a write-protected one keeps the old file. Real FAT images, mounted with fusefat.
+    void fullAndWriteProtectedCards_data()
+    {
+        QTest::addColumn<bool>("writable");
+        QTest::newRow("full card") << true;
+        QTest::newRow("write-protected card") << false;
+    }
+
+    void fullAndWriteProtectedCards()
+    {
+        QFETCH(bool, writable);
+        for (const char* tool : {"fusefat", "fusermount", "mkfs.fat", "mcopy", "fsck.fat"})
+            QVERIFY2(!QStandardPaths::findExecutable(tool).isEmpty(), tool);
+        QTemporaryDir dir;
+        const QString image = dir.filePath("card.img"), mount = dir.filePath("mnt");
+        const QByteArray old(428, 'o'), fresh(428, 'n');
+        QVERIFY(test::writeFile(dir.filePath("config.bin"), old));
+        QFile imageFile(image);
+        QVERIFY(imageFile.open(QIODevice::WriteOnly) && imageFile.resize(2 << 20));
+        imageFile.close();
+        const auto run = [](const QString& tool, const QStringList& arguments) {
+            const test::ToolResult result = test::runProgram(tool, arguments);
+            return result.exitCode == 0 && !result.crashed;
+        };
+        QVERIFY(run("mkfs.fat", {"-n", "KAVRO", image}));
+        QVERIFY(run("mcopy", {"-i", image, dir.filePath("config.bin"), "::config.bin"}));
+        QVERIFY(QDir(dir.path()).mkdir("mnt"));
+        QVERIFY(run("fusefat", {"-o", writable ? "rw+" : "ro", image, mount}));
+        if (writable) {
+            QFile fill(QDir(mount).filePath("fill"));
+            QVERIFY(fill.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            const QByteArray block(64 * 1024, 'f');
+            while (fill.write(block) == block.size()) {
+            }
+        }
+        QString error;
+        const bool written =
+            writeFile(QDir(mount).filePath("config.bin"), fresh, &error, Rule::ReplaceOrOverwrite);
+        QVERIFY2(written == writable, qPrintable(error));
+        QCOMPARE(error.isEmpty(), writable);
+        QVERIFY(!entries(mount).join(' ').contains(".config.bin.")); // no temporary left
+        QVERIFY(run("fusermount", {"-u", mount}));
+        QVERIFY(run("fsck.fat", {"-n", image}));
+        const test::ToolResult onCard =
+            test::runProgram("mcopy", {"-n", "-i", image, "::config.bin", "-"});
+        QCOMPARE(onCard.out, writable ? fresh : old);
     }
 };
 
