@@ -5,6 +5,8 @@ set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build_dir="${BUILD_DIR:-$root/build}"
 build_type="${BUILD_TYPE:-RelWithDebInfo}"
+# Paths inside the tree count relative to it, so that another clone of it hits the same cache.
+export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$root}"
 
 cmake -S "$root" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE="$build_type" "$@" >/dev/null
 cmake --build "$build_dir" -j "${JOBS:-2}"
