@@ -1,5 +1,7 @@
 #include "fatimage.h"
 
+#include "card/formattarget.h"
+
 #include "camsimlog.h"
 
 #include <QDir>
@@ -151,11 +153,7 @@ bool FatImage::create(const QString& imagePath, const QString& cardDir, std::uin
     image.close();
     const QString work = image.fileName();
 
-    char serial[16];
-    std::snprintf(serial, sizeof serial, "%08X", volumeId);
-    if (!run("mkfs.fat",
-             {"-F", "32", "-n", "KAVRO", "-f", "2", "-b", "6", "-R", "32", "-s",
-              QString::number(geometry.sectorsPerCluster), "-a", "-i", serial, work},
+    if (!run("mkfs.fat", mkfsFatArguments(work, geometry.sectorsPerCluster, false, volumeId),
              error) ||
         !dateVolumeLabel(work, formatted, error))
         return false;
