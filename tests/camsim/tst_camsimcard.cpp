@@ -256,7 +256,8 @@ private slots:
             float peak = 0;
             for (const auto& g : store.GSensors())
                 peak = std::max({peak, std::abs(g.x), std::abs(g.y), std::abs(g.z - 1)});
-            QVERIFY2(recording.mode == RecordingMode::Event ? peak > 1.0f : peak < 0.5f,
+            QVERIFY2(recording.mode == RecordingMode::Event ? peak >= 1.5f && peak <= 3.0f
+                                                            : peak < 0.5f,
                      qPrintable(plan().baseName(recording, false)));
         }
     }
