@@ -130,6 +130,8 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     m_partnerPauseAt = -1;
     const KVRMediaPtr opened = m_rows->mediaAtIndex(index);
     m_openingFileName = opened ? opened->fileName() : QString();
+    // The long-run check counts the openings by this line.
+    qCInfo(lcApp, "opening row %lld: %s", index, qUtf8Printable(m_openingFileName));
     m_ui.mediaListTableView->selectOnlyRow(index);
     updateVideoUI();
     emit statusMessage(QString());
