@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 
 namespace kavro {
 
@@ -41,6 +42,32 @@ bool isKeyFrame(const QByteArray& start)
     return !sawStartCode;
 }
 
+struct StreamCount
+{
+    std::uint32_t chunks = 0;
+    std::uint64_t bytes = 0;
+};
+
+// The main header's frame count and each stream header's length, as the chunks present give
+// them: a player that finds them disagreeing with the index takes the index for broken.
+void setLengths(QByteArray& header, int videoFrames, const std::map<int, StreamCount>& streams)
+{
+    constexpr qsizetype TotalFramesOffset = 48; // in "avih", after its id and size at 24
+    if (header.mid(24, 4) == "avih")
+        qToLittleEndian(std::uint32_t(videoFrames), header.data() + TotalFramesOffset);
+    int stream = 0;
+    for (qsizetype at = header.indexOf("strh"); at >= 0 && at + 56 <= header.size();
+         at = header.indexOf("strh", at + 4), ++stream) {
+        const auto found = streams.find(stream);
+        const StreamCount count = found == streams.end() ? StreamCount{} : found->second;
+        const std::uint32_t sampleSize =
+            qFromLittleEndian<std::uint32_t>(header.constData() + at + 52);
+        const std::uint64_t length = sampleSize > 0 ? count.bytes / sampleSize : count.chunks;
+        qToLittleEndian(std::uint32_t(std::min<std::uint64_t>(length, UINT32_MAX)),
+                        header.data() + at + 40);
+    }
+}
+
 void appendU32(QByteArray& bytes, std::uint32_t value)
 {
     char le[4];
@@ -64,8 +91,14 @@ std::shared_ptr<const CutShortAvi> CutShortAvi::open(const QString& path)
     QByteArray& index = avi->m_index;
     index.append("idx1\0\0\0\0", 8);
     QByteArray probe;
+    std::map<int, StreamCount> streams; // by the number in the chunk id
     const std::uint64_t end =
         file.walkMoviChunks([&](const char* id, std::uint64_t data, std::uint32_t size) {
+            if (id[0] >= '0' && id[0] <= '9' && id[1] >= '0' && id[1] <= '9') {
+                StreamCount& stream = streams[(id[0] - '0') * 10 + (id[1] - '0')];
+                ++stream.chunks;
+                stream.bytes += size;
+            }
             std::uint32_t flags = KeyFrameFlag;
             if (isVideoChunk(id)) {
                 probe.resize(std::min<qint64>(size, VideoProbeSize));
@@ -96,6 +129,7 @@ std::shared_ptr<const CutShortAvi> CutShortAvi::open(const QString& path)
                     avi->m_header.data() + 4);
     qToLittleEndian(std::uint32_t(end - avi::MoviTypeOffset),
                     avi->m_header.data() + avi::MoviListSizeOffset);
+    setLengths(avi->m_header, avi->m_videoFrames, streams);
     qCDebug(lcTelemetry, "%s has no index: %d of %d video frames are key frames, %llu bytes",
             qUtf8Printable(path), avi->m_keyFrames, avi->m_videoFrames,
             static_cast<unsigned long long>(end));
