@@ -262,30 +262,6 @@ private slots:
         }
     }
 
-    void listShowsTheRecordingsAndNothingElse()
-    {
-        const auto result = kavro::test::runKavro({"list", cardPath(), "--format", "json"});
-        QCOMPARE(result.exitCode, 0);
-        QMap<QString, QJsonValue> partners;
-        for (const QJsonValue row : QJsonDocument::fromJson(result.out).array())
-            partners.insert(QDir(cardPath()).relativeFilePath(row["path"].toString()),
-                            row["partner"]);
-        QMap<QString, QJsonValue> expected;
-        for (const RecordingPlan& recording : plan().recordings()) {
-            const QString front = plan().relativePath(recording, false);
-            const QString rear = plan().relativePath(recording, true);
-            expected.insert(front, recording.hasRear ? QJsonValue(cardPath(rear)) : QJsonValue());
-            if (recording.hasRear)
-                expected.insert(rear, QJsonValue(cardPath(front)));
-        }
-        QCOMPARE(partners.keys(), expected.keys());
-        for (auto it = expected.begin(); it != expected.end(); ++it)
-            QCOMPARE(QDir::cleanPath(partners[it.key()].toString()),
-                     QDir::cleanPath(it.value().toString()));
-        for (const StrayFile& stray : plan().strays())
-            QVERIFY(QFile::exists(cardPath(stray.path)));
-    }
-
     void cameraFilesSayWhatWasWritten()
     {
         const auto config = kavro::test::runKavro({"config", "show", cardPath("config.bin")});
@@ -371,29 +347,6 @@ private slots:
             QCOMPARE(seen[0], std::optional<int>(frame));
             QCOMPARE(seen[1], std::optional<int>(frame));
         }
-    }
-
-    void sameSeedSameCard()
-    {
-        QTemporaryDir other;
-        CardOptions options = testOptions(other.filePath("card"));
-        if (QFile::exists(imagePath()))
-            options.imagePath = other.filePath("card.img");
-        CardGenerator again(options);
-        QString error;
-        QVERIFY2(again.generate(&error), qPrintable(error));
-        const QMap<QString, QByteArray> first = folderContent(cardPath());
-        const QMap<QString, QByteArray> second = folderContent(other.filePath("card"));
-        QCOMPARE(second.keys(), first.keys());
-        for (auto it = first.begin(); it != first.end(); ++it)
-            QVERIFY2(second[it.key()] == it.value(), qPrintable(it.key()));
-        if (!options.imagePath.isEmpty())
-            QVERIFY(readFile(options.imagePath) == readFile(imagePath()));
-
-        options.seed = 8;
-        const CardPlan changed(options);
-        QVERIFY(changed.drives().front().track.samples().back().east !=
-                plan().drives().front().track.samples().back().east);
     }
 };
 

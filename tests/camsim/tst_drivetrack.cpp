@@ -89,18 +89,6 @@ private slots:
             QVERIFY(std::abs(track.at(light.arrival).distance - light.position) < 0.01);
         }
     }
-
-    void standsStillAfterTheEnd()
-    {
-        RouteSettings settings;
-        settings.duration = 30;
-        Random random(5);
-        const DriveTrack track = DriveTrack::simulate(settings, random);
-        const DriveSample parked = track.at(track.duration() + 3600);
-        QCOMPARE(parked.speed, 0.0);
-        QCOMPARE(parked.distance, track.samples().back().distance);
-        QCOMPARE(parked.latitude, track.samples().back().latitude);
-    }
 };
 
 QTEST_MAIN(TestDriveTrack)

@@ -2,7 +2,6 @@
 #include "settings/settingfile.h"
 
 #include "../core/settings/settingtestdata.h"
-#include "common/preferences.h"
 #include "testsupport.h"
 
 #include <QJsonArray>
@@ -109,22 +108,6 @@ private slots:
         QCOMPARE(json.value("time_gmt").toInteger(), -1);
         QCOMPARE(json.value("external_rear_camera").toInteger(), 4294967295LL);
         QCOMPARE(json.value("checksum_valid").toBool(), checksumHolds(bytes));
-    }
-
-    void defaultsMatchTheCore()
-    {
-        // The tool shares this process's isolated preferences, so both see the same camera bits.
-        openPreferences()->setValue(PrefExternalRearCamera, 6);
-        openPreferences()->sync();
-        QString file = path("defaults.bin");
-        test::ToolResult written = runKavro({"config", "defaults", file});
-        QCOMPARE(written.exitCode, 0);
-        QVERIFY(written.out.isEmpty() && written.err.isEmpty());
-        _FILEDATA record;
-        makeDefaultFileData(record);
-        QCOMPARE(record.external_rear_camera, 6u);
-        QCOMPARE(test::readFile(file), fileDataBytes(record));
-        openPreferences()->remove(PrefExternalRearCamera);
     }
 
     void setAccepted_data()

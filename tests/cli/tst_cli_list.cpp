@@ -97,16 +97,6 @@ private slots:
         QCOMPARE(runKavro({"list", empty.path(), "--format=json"}).out, QByteArray("[]\n"));
     }
 
-    void outputFileAndHelp()
-    {
-        QTemporaryDir out;
-        const QString target = out.filePath("list.json");
-        ToolResult toFile = runKavro({"list", "-o", target, m_card.path(), "--format", "json"});
-        QCOMPARE(toFile.exitCode, 0);
-        QVERIFY(toFile.out.isEmpty());
-        QCOMPARE(readFile(target), runKavro({"list", m_card.path(), "--format", "json"}).out);
-    }
-
 private:
     QTemporaryDir m_card;
 };

@@ -24,50 +24,6 @@ private slots:
         QVERIFY(m_dir.isValid());
     }
 
-    void layout_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("offset");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("size");
-        auto row = [](const char* name, int offset, FieldType type, int size) {
-            QTest::newRow(name) << name << offset << int(type) << size;
-        };
-        row("cfg_ver", 0, FieldType::U16, 2);
-        row("gsen_x_threshold", 88, FieldType::I32, 4);
-        row("time_gmt", 168, FieldType::I32, 4);
-        row("szPlateNumber", 256, FieldType::Chars, 8);
-        row("wifi_password", 372, FieldType::Chars, 16);
-        row("dummy00", 408, FieldType::U32Array, 16);
-        row("debug_mode", 424, FieldType::U32, 4);
-    }
-
-    void layout()
-    {
-        QFETCH(QString, name);
-        QFETCH(int, offset);
-        QFETCH(int, type);
-        QFETCH(int, size);
-        const FileDataField* field = findFileDataField(name.toStdString());
-        QVERIFY(field);
-        QCOMPARE(int(field->offset), offset);
-        QCOMPARE(int(field->type), type);
-        QCOMPARE(int(field->size), size);
-
-        // The accessors read the bytes at that offset, little-endian, with the field's sign.
-        QByteArray bytes = randomRecordBytes(offset + 1);
-        _FILEDATA record;
-        QVERIFY(fileDataFromBytes(bytes, record));
-        QCOMPARE(fieldBytes(record, *field), QByteArrayView(bytes).sliced(offset, size));
-        const char* at = bytes.constData() + offset;
-        if (field->type == FieldType::U16)
-            QCOMPARE(fieldInteger(record, *field), qFromLittleEndian<quint16>(at));
-        else if (field->type == FieldType::U32)
-            QCOMPARE(fieldInteger(record, *field), qFromLittleEndian<quint32>(at));
-        else if (field->type == FieldType::I32)
-            QCOMPARE(fieldInteger(record, *field), qFromLittleEndian<qint32>(at));
-    }
-
     void defaults()
     {
         openPreferences()->remove(PrefExternalRearCamera);

@@ -126,8 +126,7 @@ private slots:
         QVERIFY(viewer.player1()->media().isNull());
         QVERIFY(viewer.player2()->media().isNull());
         QVERIFY(!viewer.player1()->isPlaying() && !viewer.player2()->isPlaying());
-        QTest::qWait(300);
-        QCOMPARE(viewer.player1()->state(), VLCMediaPlayerStateStopped);
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStateStopped);
     }
 };
 

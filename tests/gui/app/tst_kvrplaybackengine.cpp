@@ -181,7 +181,9 @@ private slots:
         QVERIFY(pair && pair->duration >= 4);
         Viewer& viewer = *m_viewer;
         QVERIFY(viewer.playRow(rowOf(*pair, false)));
-        QTest::qWait(300);
+        QTRY_VERIFY_WITH_TIMEOUT(test::frameNumber(viewer.delegate->video1View()->lastFrame()) &&
+                                     test::frameNumber(viewer.delegate->video2View()->lastFrame()),
+                                 test::StartWaitMs);
         const auto before = pictureDrift(viewer);
         QVERIFY(before);
 

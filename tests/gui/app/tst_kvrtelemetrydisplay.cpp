@@ -1,4 +1,3 @@
-#include "card/nmeadegrees.h"
 #include "kvrplayinfo.h"
 #include "kvrtelemetrydisplay.h"
 #include "telemetry/graphview.h"
@@ -67,13 +66,7 @@ bool writeRecording(const QString& path, const std::vector<Chunk>& chunks)
     return writer.close() && ok;
 }
 
-// The marker that the page shows, rounded as the page receives it.
-QList<double> expectedMarker(double nmeaLatitude, double nmeaLongitude)
-{
-    const auto sixDecimals = [](double value) { return std::round(value * 1e6) / 1e6; };
-    return {sixDecimals(nmeaToDegrees(nmeaLatitude)), sixDecimals(nmeaToDegrees(nmeaLongitude))};
-}
-
+// 3733.5 is 37° 33.5', 37.558333° as the page rounds it to six decimals.
 bool sameMarker(const QList<double>& shown, const QList<double>& expected)
 {
     return shown.size() == 2 && std::abs(shown[0] - expected[0]) < 1e-9 &&
@@ -189,7 +182,7 @@ private slots:
         QCOMPARE(panel.speed.text(), QStringLiteral("57 Km/h"));
         QCOMPARE(panel.hdop.text(), QStringLiteral("0.9"));
         QCOMPARE(panel.satellites.text(), QStringLiteral("8"));
-        QVERIFY(sameMarker(markerOf(mapState(panel.map)), expectedMarker(3733.5, 12659.4)));
+        QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{37.558333, 126.99}));
         QCOMPARE(markerOf(mapState(panel.map)), (QList<double>{37.558333, 126.99}));
 
         // Record 1, whose fix says south and west; HDOP from the second of two fixes.
@@ -199,17 +192,17 @@ private slots:
         QCOMPARE(panel.hdop.text(), QStringLiteral("1.3"));
         QCOMPARE(panel.satellites.text(), QStringLiteral("11"));
         QVERIFY(panel.display.south() && panel.display.west());
-        QVERIFY(sameMarker(markerOf(mapState(panel.map)), expectedMarker(-3435.52, -5825.87)));
+        QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{-34.592, -58.431167}));
 
         // Beyond the fixes the hemisphere seen last stays in force.
         panel.playInfo.setPosition(1.0);
         QCOMPARE(panel.x.text(), QStringLiteral("X=+2.00"));
-        QVERIFY(sameMarker(markerOf(mapState(panel.map)), expectedMarker(-3435.52, -5825.87)));
+        QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{-34.592, -58.431167}));
 
         // A northern, eastern fix clears the flags again.
         panel.playInfo.setPosition(0.1);
         QVERIFY(!panel.display.south() && !panel.display.west());
-        QVERIFY(sameMarker(markerOf(mapState(panel.map)), expectedMarker(3733.5, 12659.4)));
+        QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{37.558333, 126.99}));
 
         // The flags start over with each recording.
         panel.playInfo.setPosition(0.5);
@@ -217,7 +210,7 @@ private slots:
         panel.display.recordingOpened(&store);
         QVERIFY(!panel.display.south() && !panel.display.west());
         panel.playInfo.setPosition(0.9);
-        QVERIFY(sameMarker(markerOf(mapState(panel.map)), expectedMarker(3435.52, 5825.87)));
+        QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{34.592, 58.431167}));
     }
 
     // No GPS records: the page hears so at every change and the speed stays; no fixes: HDOP and

@@ -2,7 +2,6 @@
 // the map page in Qt WebEngine, read back as the person would see them.
 
 #include "appfixture.h"
-#include "card/nmeadegrees.h"
 #include "kvrtelemetrydisplay.h"
 #include "telemetry/kvraviwriter.h"
 
@@ -19,9 +18,11 @@ using namespace kavro::test;
 
 namespace {
 
-QString gsensorExpected(char axis, float value)
+// "X=+0.12" as a number; the signs themselves are checked on literal text below.
+double shownNumber(const QString& text)
 {
-    return QString::asprintf("%c=%s%.2f", axis, value > 0 ? "+" : "", double(value));
+    static const QRegularExpression number(QStringLiteral("[-+]?\\d+\\.\\d+"));
+    return number.match(text).captured().toDouble();
 }
 
 // A two-second MJPG front recording with G-sensor samples and no GPS record.
@@ -94,50 +95,68 @@ private slots:
         viewer.delegate->controls()->clickPlayButton();
         QTRY_VERIFY(!viewer.player1()->isPlaying());
         emit viewer.ui().videoPositionSlider->userMoved(seek);
-        QTest::qWait(600); // the players' seek and the resynchronisation
+        QTRY_VERIFY_WITH_TIMEOUT(std::abs(viewer.delegate->playInfo()->position() - seek) < 0.05,
+                                 10000);
         const double position = viewer.delegate->playInfo()->position();
-        QVERIFY(std::abs(position - seek) < 0.05);
 
-        const KVRBlackBoxData& store = viewer.engine()->blackBoxData();
-        QVERIFY(!store.GSensors().empty() && !store.vGpsData().empty() && !store.NMEAs().empty());
-        const KVRGSensor& sample =
-            store.GSensors()[std::size_t(position * store.GSensors().size())];
-        QCOMPARE(viewer.ui().gsensorXField->text(), gsensorExpected('X', sample.x));
-        QCOMPARE(viewer.ui().gsensorYField->text(), gsensorExpected('Y', sample.y));
-        QCOMPARE(viewer.ui().gsensorZField->text(), gsensorExpected('Z', sample.z));
+        // What the camera stored, from the simulator's plan; each field shows the entry at the
+        // same fraction of its stream.
+        const camsim::TelemetryPlan stored =
+            m_card.plan->telemetry(*recording)
+                .recording(recording->start, recording->duration, recording->impact);
+        QVERIFY(!stored.gsensor.empty() && stored.fixes.size() == stored.gps.size());
+        const auto at = [position](std::size_t count) { return std::size_t(position * count); };
+        const _AVI_GSENSOR_DATA_T& sample = stored.gsensor[at(stored.gsensor.size())];
+        QVERIFY(viewer.ui().gsensorXField->text().startsWith(QStringLiteral("X=")));
+        QVERIFY(std::abs(shownNumber(viewer.ui().gsensorXField->text()) - sample.xAxis / 256.0) <
+                0.0051);
+        QVERIFY(std::abs(shownNumber(viewer.ui().gsensorYField->text()) - sample.yAxis / 256.0) <
+                0.0051);
+        QVERIFY(std::abs(shownNumber(viewer.ui().gsensorZField->text()) - sample.zAxis / 256.0) <
+                0.0051);
 
-        const std::size_t k = std::size_t(position * store.vGpsData().size());
-        const _AVI_GPS_DATA_T& record = store.vGpsData()[k]->data();
-        QCOMPARE(
-            viewer.ui().speedField->text(),
-            QStringLiteral("%1 %2").arg(record.fSpeed).arg(record.KM == '9' ? "Km/h" : "Mi/h"));
-        const KVRGpsData& fix = store.NMEAs()[std::size_t(position * store.NMEAs().size())];
-        QCOMPARE(viewer.ui().hdopField->text(), QString::asprintf("%.1f", double(float(fix.HDOP))));
-        QCOMPARE(viewer.ui().sateliteField->text(), QString::number(fix.SatelliteUsedCount));
+        const std::size_t k = at(stored.gps.size());
+        QCOMPARE(viewer.ui().speedField->text(),
+                 QStringLiteral("%1 Km/h").arg(stored.gps[k].fSpeed));
+        const camsim::GpsFix& fix = stored.fixes[k];
+        // HDOP and satellites come from the sentence at that fraction of all sentences read; a
+        // record's GSA pair follows its RMC and GGA, so the count may still be the previous one's.
+        const auto usedBy = [](const camsim::GpsFix& f) {
+            return int(f.gpsUsed.size() + f.glonassUsed.size());
+        };
+        const camsim::GpsFix& before = stored.fixes[k > 0 ? k - 1 : 0];
+        const int satellites = viewer.ui().sateliteField->text().toInt();
+        QVERIFY2(satellites == usedBy(fix) || satellites == usedBy(before),
+                 qPrintable(viewer.ui().sateliteField->text()));
+        const double hdop = viewer.ui().hdopField->text().toDouble();
+        QVERIFY2(std::abs(hdop - fix.hdop) < 0.051 || std::abs(hdop - before.hdop) < 0.051,
+                 qPrintable(viewer.ui().hdopField->text()));
 
-        // The simulator's fixes all say the drive's own hemispheres.
+        // The simulator's fixes all say the drive's own hemispheres; the file keeps minutes to
+        // four decimals, about 2e-6 degrees.
         QCOMPARE(viewer.delegate->telemetryDisplay()->south(), southWest);
         QCOMPARE(viewer.delegate->telemetryDisplay()->west(), southWest);
-        const double sign = southWest ? -1 : 1;
-        const double latitude = sign * nmeaToDegrees(std::abs(record.fLatitude));
-        const double longitude = sign * nmeaToDegrees(std::abs(record.fLongitude));
+        QCOMPARE(fix.latitude < 0, southWest);
         KVRMapView& map = *viewer.delegate->mapWebView();
         QVERIFY(waitForPage(map));
         const QVariantMap state = mapState(map);
         const QList<double> marker = markerOf(state);
         QCOMPARE(marker.size(), 2);
-        QVERIFY2(std::abs(marker[0] - latitude) < 1e-6 && std::abs(marker[1] - longitude) < 1e-6,
+        QVERIFY2(std::abs(marker[0] - fix.latitude) < 1e-5 &&
+                     std::abs(marker[1] - fix.longitude) < 1e-5,
                  qPrintable(QStringLiteral("%1,%2 vs %3,%4")
                                 .arg(marker[0], 0, 'f', 6)
                                 .arg(marker[1], 0, 'f', 6)
-                                .arg(latitude, 0, 'f', 6)
-                                .arg(longitude, 0, 'f', 6)));
+                                .arg(fix.latitude, 0, 'f', 6)
+                                .arg(fix.longitude, 0, 'f', 6)));
         QVERIFY(state.value("route").toInt() >= 2);
         const QString hemispheres = southWest ? QStringLiteral("S.*W") : QStringLiteral("N.*E");
         QVERIFY(viewer.ui().positionField->text().contains(QRegularExpression(hemispheres)));
-        QVERIFY(viewer.ui().positionField->text().contains(
-            QString::number(std::abs(latitude), 'f', 6)));
-        QCOMPARE(viewer.ui().graphView->timePosition(), double(viewer.player1()->position()));
+        QVERIFY(std::abs(shownNumber(viewer.ui().positionField->text()) - std::abs(fix.latitude)) <
+                1e-5);
+        // The players finish their seek after the slider has moved; the graph follows them.
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.ui().graphView->timePosition(),
+                                  double(viewer.player1()->position()), 10000);
     }
 
     // The map pane is the right column's other face, with the page loaded at start-up.
@@ -167,7 +186,8 @@ private slots:
         QVERIFY(viewer.playRow(0));
         viewer.delegate->controls()->clickPlayButton();
         QTRY_VERIFY(!viewer.player1()->isPlaying());
-        QTest::qWait(400);
+        QTRY_COMPARE(viewer.ui().positionField->text(),
+                     QStringLiteral("This recording has no GPS data"));
         QCOMPARE(viewer.ui().speedField->text(), QString());
         const auto debugLines = [&map] {
             return mapState(map).value("debug").toStringList().count(
@@ -175,16 +195,15 @@ private slots:
         };
         const qsizetype before = debugLines();
         QVERIFY(before >= 1 && before < 40);
-        for (double seek : {0.2, 0.4, 0.6}) {
-            emit viewer.ui().videoPositionSlider->userMoved(seek);
-            QTest::qWait(500);
+        for (int seeks = 1; seeks <= 3; ++seeks) {
+            emit viewer.ui().videoPositionSlider->userMoved(0.2 * seeks);
+            QTRY_VERIFY_WITH_TIMEOUT(debugLines() >= before + seeks, 10000);
         }
-        QVERIFY(debugLines() >= before + 3);
         QCOMPARE(viewer.ui().speedField->text(), QString());
         QVERIFY(markerOf(mapState(map)).isEmpty());
         QCOMPARE(viewer.ui().positionField->text(),
                  QStringLiteral("This recording has no GPS data"));
-        QVERIFY(viewer.ui().gsensorZField->text() == QStringLiteral("Z=+1.00"));
+        QCOMPARE(viewer.ui().gsensorZField->text(), QStringLiteral("Z=+1.00"));
     }
 
 private:

@@ -173,9 +173,8 @@ private slots:
         QVERIFY(ui.progressIndicator->isVisible());
         QCOMPARE(ui.progressIndicator->geometry().center().x(),
                  ui.headBox->geometry().center().x());
-        QTest::qWait(700);
+        QTRY_VERIFY(loading->progress() > 0);
         QVERIFY(ui.progressIndicator->isVisible());
-        QVERIFY(loading->progress() > 0);
         loading->hideLoading();
         QTRY_VERIFY_WITH_TIMEOUT(!ui.progressIndicator->isVisible(), 1000);
 

@@ -30,32 +30,12 @@ class TestKVRMapView : public QObject
 private slots:
     void initTestCase() { prepareMapTests(); }
 
-    void setLatLagTakesLongitudeFirst_data()
-    {
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("longitude");
-        QTest::addColumn<QString>("script");
-        QTest::newRow("converted NMEA")
-            << 37.558333333333 << 126.99 << "setLatLag('126.990000','37.558333')";
-        QTest::newRow("south") << -33.8688 << 151.2093 << "setLatLag('151.209300','-33.868800')";
-        QTest::newRow("rounds the seventh decimal")
-            << 0.0000006 << -179.9999996 << "setLatLag('-180.000000','0.000001')";
-    }
-
-    void setLatLagTakesLongitudeFirst()
-    {
-        QFETCH(double, latitude);
-        QFETCH(double, longitude);
-        QFETCH(QString, script);
-        QCOMPARE(KVRMapView::setLatLagScript(latitude, longitude), script);
-    }
-
-    void otherScriptsAndThePageName()
+    // Positions the page cannot draw never reach it.
+    void routeScriptAndThePageName()
     {
         const double nan = std::numeric_limits<double>::quiet_NaN();
         QCOMPARE(KVRMapView::routeScript({{37.5, 127.0, {}}, {nan, 1, {}}, {-33.25, -70.5, {}}}),
                  QStringLiteral("setRoute([[37.5,127],[-33.25,-70.5]])"));
-        QCOMPARE(KVRMapView::routeScript({}), QStringLiteral("setRoute([])"));
 
         QCOMPARE(KVRMapView::pageName(QStringLiteral("en")), QStringLiteral("map2"));
         QCOMPARE(KVRMapView::pageName(QStringLiteral("ko")), QStringLiteral("map2_eng"));

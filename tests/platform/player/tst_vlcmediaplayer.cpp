@@ -216,7 +216,6 @@ private slots:
     {
         QFETCH(bool, withSound);
         auto player = startPlayer(withSound ? m_clips.front : m_clips.rear);
-        QVERIFY(player->audioTrackIndexes().isEmpty() || withSound);
         QTRY_VERIFY_WITH_TIMEOUT(!player->lastFrame().isNull(), kWaitMs);
         if (withSound)
             QTRY_COMPARE_WITH_TIMEOUT(player->audioTrackIndexes().size(), 1, kWaitMs);
@@ -333,7 +332,10 @@ private slots:
             auto p = startPlayer(m_clips.front, &view);
             QTest::qWait(delayMs);
         }
+        // Their late events leave the view unbound and black.
         QTest::qWait(100);
+        QVERIFY(view.mediaPlayer() == nullptr);
+        QCOMPARE(view.grab().toImage().pixelColor(80, 45), QColor(Qt::black));
     }
 };
 
