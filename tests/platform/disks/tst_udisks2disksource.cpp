@@ -16,6 +16,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
@@ -228,6 +229,18 @@ private slots:
         QVERIFY(tool("mcopy", {"-n", "-i", image(name), "::timeset.cfg", "-"}, &onImage));
         QCOMPARE(onImage, after);
         QVERIFY(tool("fsck.fat", {"-n", image(name)}));
+    }
+
+    // Present but without the file, a card is no target: the user is asked where to save.
+    void clockWindowAsksWithoutTheFile()
+    {
+        QVERIFY(!addCard("sds1", "KAVRO", "usb", false, false).isEmpty());
+        KVRTimeSetupController window(std::make_shared<UDisks2DiskSource>(*m_connection));
+        QCOMPARE(window.settingFilePath(), QString());
+        window.windowDidLoad();
+        QTest::mouseClick(window.findChild<QPushButton*>("saveButton"), Qt::LeftButton);
+        QVERIFY(window.findChild<QFileDialog*>("savePanel"));
+        removeCard("sds1");
     }
 
     void cleanupTestCase()
