@@ -1,7 +1,7 @@
 #include "kvrsettingcommands.h"
 
-#include "card/alertsheet.h"
 #include "card/kvrdisksource.h"
+#include "card/kvrtimesetupcontroller.h"
 #include "settings/kvrsettingcontroller.h"
 
 #include <QFileDialog>
@@ -58,8 +58,10 @@ void KVRSettingCommands::openCardFolderDialog()
 
 void KVRSettingCommands::showTimeSetupPanel()
 {
-    //% "The clock window is not available in this version yet."
-    showAlert(m_mainWindow, QStringLiteral("KAVRO"), qtTrId("msg.clock_not_available"));
+    auto controller = std::make_unique<KVRTimeSetupController>(m_disks);
+    KVRTimeSetupController* window = controller.get();
+    keep(std::move(controller));
+    window->windowDidLoad();
 }
 
 } // namespace kavro

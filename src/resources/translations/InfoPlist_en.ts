@@ -307,10 +307,6 @@
         <source>Open Card Folder</source>
         <translation type="unfinished"></translation>
     </message>
-    <message id="msg.clock_not_available">
-        <source>The clock window is not available in this version yet.</source>
-        <translation type="unfinished"></translation>
-    </message>
     <message id="setting.video">
         <source>Video</source>
         <translation type="unfinished"></translation>
@@ -934,6 +930,18 @@
     </message>
     <message id="main.telemetry_recovered">
         <source>Recovered from a recording cut short</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="time.window_title">
+        <source>Camera Clock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="today">
+        <source>Today</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="time.filesave">
+        <source>The clock file was saved. Put the card into the camera to set its clock.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

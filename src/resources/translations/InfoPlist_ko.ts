@@ -307,10 +307,6 @@
         <source>Open Card Folder</source>
         <translation>카드 폴더 열기</translation>
     </message>
-    <message id="msg.clock_not_available">
-        <source>The clock window is not available in this version yet.</source>
-        <translation>이 버전에서는 아직 시계 창을 사용할 수 없습니다.</translation>
-    </message>
     <message id="setting.video">
         <source>Video</source>
         <translation>영상</translation>
@@ -934,6 +930,18 @@
     <message id="main.telemetry_recovered">
         <source>Recovered from a recording cut short</source>
         <translation>잘린 녹화 파일에서 복구한 데이터</translation>
+    </message>
+    <message id="time.window_title">
+        <source>Camera Clock</source>
+        <translation>카메라 시계</translation>
+    </message>
+    <message id="today">
+        <source>Today</source>
+        <translation>오늘</translation>
+    </message>
+    <message id="time.filesave">
+        <source>The clock file was saved. Put the card into the camera to set its clock.</source>
+        <translation>시간 설정 파일을 저장했습니다. 카드를 카메라에 넣으면 카메라 시계가 맞춰집니다.</translation>
     </message>
 </context>
 </TS>

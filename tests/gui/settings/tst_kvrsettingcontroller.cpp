@@ -131,13 +131,30 @@ private slots:
         QCOMPARE(m_disks->renames, QStringList{"CARD>KAVRO quiet"});
     }
 
+    void newWindowReleasesTheOldOne_data()
+    {
+        QTest::addColumn<bool>("clock");
+        QTest::addColumn<QString>("window");
+        QTest::newRow("settings") << false << "settingWindow";
+        QTest::newRow("clock") << true << "timeSetupWindow";
+    }
+
     void newWindowReleasesTheOldOne()
     {
+        QFETCH(bool, clock);
+        QFETCH(QString, window);
         KVRSettingCommands commands(nullptr, m_disks);
-        commands.showSettingPanelForFolder(m_dir->path());
+        const auto open = [&] {
+            if (clock)
+                commands.showTimeSetupPanel();
+            else
+                commands.showSettingPanelForFolder(m_dir->path());
+        };
+        open();
         QPointer<QWidget> first = commands.lastDialogController();
         QVERIFY(first && first->isVisible());
-        commands.showSettingPanelForFolder(m_dir->path());
+        QCOMPARE(first->objectName(), window);
+        open();
         QVERIFY(!first);
         QVERIFY(commands.lastDialogController()->isVisible());
     }

@@ -1,8 +1,10 @@
 // Disk discovery through the real QtDBus code against the UDisks2 stand-in on a private bus, with
-// FAT32 images mounted by fusefat: listing, hot-plug, the volume rename and a save from the
-// settings window onto the image.
+// FAT32 images mounted by fusefat: listing, hot-plug, the volume rename, a save from the settings
+// window and the clock window's file onto the image.
 
 #include "disks/udisks2disksource.h"
+
+#include "card/kvrtimesetupcontroller.h"
 
 #include "settings/kvrsettingcontroller.h"
 #include "settings/kvrsettingloadingsheet.h"
@@ -10,15 +12,20 @@
 #include "testsupport.h"
 
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimeEdit>
 
 using namespace kavro;
 
@@ -177,6 +184,65 @@ private slots:
         QVERIFY(tool("fsck.fat", {"-n", image("sdm1")}));
     }
 
+    void clockFileOnTheCard_data()
+    {
+        QTest::addColumn<bool>("readOnly");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("writable, longer file keeps its tail")
+            << false << QByteArray("2027/03/05 07:04:09 tail\n");
+        QTest::newRow("read-only: left as it was")
+            << true << QByteArray("2020/01/01 00:00:00 tail\n");
+    }
+
+    // The card already holding timeset.cfg is written without a save panel; a read-only one
+    // still gets its confirmation, the failure goes to the log and the card is untouched.
+    void clockFileOnTheCard()
+    {
+        QFETCH(bool, readOnly);
+        QFETCH(QByteArray, after);
+        const QString name = readOnly ? "sdr1" : "sdq1";
+        const QString clockFile = m_dir.filePath(name + ".cfg");
+        QVERIFY(test::writeFile(clockFile, "2020/01/01 00:00:00 tail\n"));
+        QString mounted = addCard(name, "KAVRO", "usb", readOnly, false, clockFile);
+        QVERIFY(!mounted.isEmpty());
+
+        auto disks = std::make_shared<UDisks2DiskSource>(*m_connection);
+        KVRTimeSetupController window(disks);
+        QCOMPARE(window.settingFilePath(), mounted + "/timeset.cfg");
+        window.windowDidLoad();
+        window.findChild<QCalendarWidget*>("datePicker")->setSelectedDate(QDate(2027, 3, 5));
+        auto* time = window.findChild<QTimeEdit*>("timePicker");
+        time->setFocus();
+        time->setSelectedSection(QDateTimeEdit::HourSection);
+        QTest::keyClicks(time, "070409");
+        if (readOnly)
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("clock file not written to .*timeset.cfg"));
+        QTest::mouseClick(window.findChild<QPushButton*>("saveButton"), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
+        QCOMPARE(window.findChild<QMessageBox*>()->text(), QString("KAVRO"));
+        QTest::keyClick(window.findChild<QMessageBox*>(), Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(!window.isVisible(), WaitMs);
+
+        removeCard(name);
+        QByteArray onImage;
+        QVERIFY(tool("mcopy", {"-n", "-i", image(name), "::timeset.cfg", "-"}, &onImage));
+        QCOMPARE(onImage, after);
+        QVERIFY(tool("fsck.fat", {"-n", image(name)}));
+    }
+
+    // Present but without the file, a card is no target: the user is asked where to save.
+    void clockWindowAsksWithoutTheFile()
+    {
+        QVERIFY(!addCard("sds1", "KAVRO", "usb", false, false).isEmpty());
+        KVRTimeSetupController window(std::make_shared<UDisks2DiskSource>(*m_connection));
+        QCOMPARE(window.settingFilePath(), QString());
+        window.windowDidLoad();
+        QTest::mouseClick(window.findChild<QPushButton*>("saveButton"), Qt::LeftButton);
+        QVERIFY(window.findChild<QFileDialog*>("savePanel"));
+        removeCard("sds1");
+    }
+
     void cleanupTestCase()
     {
         m_standIn.terminate();
@@ -193,9 +259,10 @@ private slots:
 private:
     QString image(const QString& name) const { return m_dir.filePath(name + ".img"); }
 
-    // A 40 MB FAT32 image holding a settings file with the miles unit, plugged in and mounted.
+    // A 40 MB FAT32 image holding a settings file with the miles unit (and the clock file given),
+    // plugged in and mounted.
     QString addCard(const QString& name, const QString& label, const QString& bus, bool readOnly,
-                    bool whole)
+                    bool whole, const QString& clockFile = QString())
     {
         const QString path = image(name);
         QFile file(path);
@@ -205,7 +272,8 @@ private:
         const QString settings = m_dir.filePath(name + ".bin");
         test::writeFile(settings, fileDataBytes(milesRecord()));
         if (!tool("mkfs.fat", {"-F", "32", "-n", label, path}) ||
-            !tool("mcopy", {"-i", path, settings, "::config.bin"}))
+            !tool("mcopy", {"-i", path, settings, "::config.bin"}) ||
+            (!clockFile.isEmpty() && !tool("mcopy", {"-i", path, clockFile, "::timeset.cfg"})))
             return QString();
         QDBusMessage reply = m_connection->call(
             QDBusMessage::createMethodCall("org.freedesktop.UDisks2", "/org/freedesktop/UDisks2",
