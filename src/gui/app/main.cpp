@@ -42,6 +42,7 @@ QString parseOptions(const QStringList& arguments, Options* options)
     parser.setApplicationDescription(
         QStringLiteral("Plays the front and rear recordings of a dash camera card side by side."));
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(
         QStringLiteral("path"),
         QStringLiteral("Folder of recordings to open at start, or a recording to play."));
@@ -58,7 +59,14 @@ QString parseOptions(const QStringList& arguments, Options* options)
     if (!parser.parse(arguments))
         return parser.errorText();
     if (parser.isSet(QStringLiteral("help"))) {
-        std::fputs(qUtf8Printable(parser.helpText()), stdout);
+        // Read before the application object exists, which would name the program.
+        QString help = parser.helpText();
+        help.replace(QStringLiteral("<executable_name>"), QStringLiteral("kavro-viewer"));
+        std::fputs(qUtf8Printable(help), stdout);
+        std::exit(0);
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        std::printf("kavro-viewer %s\n", KAVRO_VERSION);
         std::exit(0);
     }
     const QStringList positional = parser.positionalArguments();
@@ -89,15 +97,20 @@ QString parseOptions(const QStringList& arguments, Options* options)
 
 int main(int argc, char** argv)
 {
+    // The command line is read before the application object exists: --help, --version and a
+    // malformed command line answer without a display.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    Options options;
+    const QString error = parseOptions(arguments, &options);
+    if (!error.isEmpty())
+        return failWith(error);
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kavro-viewer"));
     QApplication::setApplicationDisplayName(QStringLiteral("KAVRO Viewer"));
     QApplication::setDesktopFileName(QStringLiteral("kavro-viewer"));
-
-    Options options;
-    const QString error = parseOptions(QApplication::arguments(), &options);
-    if (!error.isEmpty())
-        return failWith(error);
 
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     kavro::initImageResources();

@@ -117,6 +117,38 @@ private slots:
         QVERIFY(alert->informativeText().contains(missing));
     }
 
+    // --help and --version answer without a display; a malformed command line is one line on
+    // stderr and exit 2, before any window.
+    void commandLineOfTheProgram_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("out");
+        QTest::newRow("--version") << QStringList{"--version"} << 0 << QByteArray("kavro-viewer ");
+        QTest::newRow("--help") << QStringList{"--help"} << 0 << QByteArray("Usage: ");
+        QTest::newRow("unknown option") << QStringList{"--help", "--fast"} << 2 << QByteArray();
+        QTest::newRow("--play not a number") << QStringList{"--play", "x"} << 2 << QByteArray();
+        QTest::newRow("two folders") << QStringList{"/tmp", "/var"} << 2 << QByteArray();
+    }
+
+    void commandLineOfTheProgram()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QFETCH(QByteArray, out);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            environment.remove(name);
+        const test::ToolResult result =
+            test::runProgram(QStringLiteral(KAVRO_VIEWER_PATH), arguments, 30000, environment);
+        QCOMPARE(result.exitCode, exitCode);
+        QVERIFY(!result.crashed);
+        if (exitCode == 0)
+            QVERIFY2(result.out.startsWith(out), result.out.constData());
+        else
+            QVERIFY(result.err.startsWith("kavro-viewer: ") && result.err.count('\n') == 1);
+    }
+
     void closingTheWindowStopsBothPlayers()
     {
         Viewer viewer;
