@@ -44,6 +44,8 @@ int main(int argc, char* argv[])
     QString command = arguments.takeFirst();
     if (command == "--help" || command == "-h" || command == "help")
         return printHelp(ToolHelp);
+    if (command == "--version")
+        return printHelp(QStringLiteral("kavro " KAVRO_VERSION));
     if (command == "telemetry")
         return runTelemetryCommand(arguments);
     if (command == "list")
