@@ -69,6 +69,10 @@ constexpr std::uint32_t MoviTypeOffset = 14140;     // "movi"; index offsets cou
 constexpr std::uint32_t IndexStartOffset = MoviTypeOffset + 8; // plus L: first idx1 entry
 constexpr std::uint32_t ChunkDataOffset = MoviTypeOffset + 8;  // plus an entry's offset
 constexpr std::uint32_t IndexEntrySize = 16;
+// "RIFF" size "AVI " "LIST" size "hdrl" "avih" size, then the main header with its frame count.
+constexpr std::uint32_t MainHeaderIdOffset = 24;
+constexpr std::uint32_t MicroSecPerFrameOffset = 32;
+constexpr std::uint32_t TotalFramesOffset = 48;
 constexpr char TelemetryChunkId[4] = {'0', '2', 's', 'b'};
 // An "02sb" chunk larger than this holds a GPS record; otherwise a G-sensor record.
 constexpr std::uint32_t GSensorChunkMaxSize = 32;

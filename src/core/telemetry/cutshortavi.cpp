@@ -52,9 +52,8 @@ struct StreamCount
 // them: a player that finds them disagreeing with the index takes the index for broken.
 void setLengths(QByteArray& header, int videoFrames, const std::map<int, StreamCount>& streams)
 {
-    constexpr qsizetype TotalFramesOffset = 48; // in "avih", after its id and size at 24
-    if (header.mid(24, 4) == "avih")
-        qToLittleEndian(std::uint32_t(videoFrames), header.data() + TotalFramesOffset);
+    if (header.mid(avi::MainHeaderIdOffset, 4) == "avih")
+        qToLittleEndian(std::uint32_t(videoFrames), header.data() + avi::TotalFramesOffset);
     int stream = 0;
     for (qsizetype at = header.indexOf("strh"); at >= 0 && at + 56 <= header.size();
          at = header.indexOf("strh", at + 4), ++stream) {

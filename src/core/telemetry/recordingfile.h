@@ -18,6 +18,8 @@ public:
     explicit RecordingFile(const QString& path) : m_file(path) {}
 
     bool open();
+    // Why open() failed, as the system says it.
+    QString errorString() const { return m_file.errorString(); }
     std::uint64_t size() const { return m_size; }
 
     // Reads up to length bytes at offset; returns how many were really there.
