@@ -12,6 +12,9 @@ inline constexpr char OrganizationName[] = "KAVRO";
 inline constexpr char ApplicationName[] = "KAVRO Viewer";
 inline constexpr char PrefLanguages[] = "AppleLanguages";
 inline constexpr char PrefExternalRearCamera[] = "3t40externalRearCamera";
+// The viewer's own language choice (View > Language): "en", "ko" or "system". It is kept apart
+// from "AppleLanguages", which start-up overwrites with ("en") every time.
+inline constexpr char PrefViewerLanguage[] = "viewerLanguage";
 
 inline std::unique_ptr<QSettings> openPreferences()
 {

@@ -5,6 +5,7 @@
 #include "common/preferences.h"
 #include "customwindow.h"
 #include "disks/udisks2disksource.h"
+#include "kvrlanguagemenu.h"
 #include "kvrloadingcontroller.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
@@ -304,6 +305,8 @@ void KVRAppDelegate::setupMenus()
     //% "Map"
     add(qtTrId("main.menu.map_view"), Qt::CTRL | Qt::Key_2,
         [this] { m_layout->clickMapViewButton(); });
+    menu->addSeparator();
+    new KVRLanguageMenu(menu, m_window.get(), this);
 }
 
 void KVRAppDelegate::applicationDidFinishLaunching()

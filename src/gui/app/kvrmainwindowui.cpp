@@ -19,6 +19,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kavro {
 
 namespace {
@@ -88,7 +90,8 @@ QToolButton* textButton(QWidget* parent, const char* name, const QString& text,
     auto* button = labelledButton<QToolButton>(parent, name, label);
     button->setText(text);
     button->setAutoRaise(true);
-    button->setFixedWidth(48);
+    // The text given is the widest the button shows ("0.00x"); it must fit whatever the font.
+    button->setFixedWidth(std::max(48, button->sizeHint().width()));
     return button;
 }
 

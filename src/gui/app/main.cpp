@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QLocale>
 #include <QStyleFactory>
 
 #include <cstdio>
@@ -33,6 +34,8 @@ struct Options
     std::optional<qint64> playRow;
     bool fullScreen = false;
     QString settingsFolder;
+    // --lang: a language for this run only; empty for the stored choice.
+    QString language;
 };
 
 // Reads the command line; an error text when it cannot be used.
@@ -55,7 +58,11 @@ QString parseOptions(const QStringList& arguments, Options* options)
         QStringLiteral("settings"),
         QStringLiteral("Open the settings window on this folder as if it were the card's root."),
         QStringLiteral("dir"));
-    parser.addOptions({play, fullScreen, settings});
+    const QCommandLineOption language(
+        QStringLiteral("lang"),
+        QStringLiteral("Texts in this language for this run: en, ko or system (the system's)."),
+        QStringLiteral("language"));
+    parser.addOptions({play, fullScreen, settings, language});
     if (!parser.parse(arguments))
         return parser.errorText();
     if (parser.isSet(QStringLiteral("help"))) {
@@ -90,6 +97,11 @@ QString parseOptions(const QStringList& arguments, Options* options)
         if (!QFileInfo(options->settingsFolder).isDir())
             return QStringLiteral("%1 is not a folder").arg(options->settingsFolder);
     }
+    if (parser.isSet(language)) {
+        options->language = parser.value(language);
+        if (!kavro::isLanguageChoice(options->language))
+            return QStringLiteral("--lang takes en, ko or system");
+    }
     return QString();
 }
 
@@ -114,7 +126,11 @@ int main(int argc, char** argv)
 
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     kavro::initImageResources();
-    kavro::installInfoPlistTranslator();
+    if (options.language.isEmpty())
+        kavro::installInfoPlistTranslator();
+    else
+        kavro::installInfoPlistTranslator(
+            kavro::infoPlistLanguageForChoice(options.language, QLocale::system().uiLanguages()));
 
     kavro::KVRAppDelegate delegate;
     QObject::connect(&app, &QCoreApplication::aboutToQuit, &delegate, &kavro::KVRAppDelegate::die);

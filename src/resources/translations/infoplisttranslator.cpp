@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QTranslator>
 
+#include <memory>
+
 Q_LOGGING_CATEGORY(lcTranslations, "kavro.translations", QtInfoMsg)
 
 namespace kavro {
@@ -18,10 +20,38 @@ namespace {
 constexpr char TableFolder[] = ":/translations";
 constexpr char TableName[] = "InfoPlist";
 
-QPointer<QTranslator>& installedTranslator()
+struct Installed
 {
-    static QPointer<QTranslator> translator;
+    QPointer<QTranslator> english;
+    // The chosen table over English; none while English is chosen.
+    QPointer<QTranslator> chosen;
+    QString language;
+};
+
+Installed& installed()
+{
+    static Installed tables;
+    return tables;
+}
+
+QTranslator* loadTable(const QString& language)
+{
+    auto* translator = new QTranslator(QCoreApplication::instance());
+    const QString file = QStringLiteral("%1_%2").arg(QLatin1String(TableName), language);
+    if (!translator->load(file, QLatin1String(TableFolder))) {
+        qCWarning(lcTranslations) << "no translation table" << file;
+        delete translator;
+        return nullptr;
+    }
     return translator;
+}
+
+void remove(QPointer<QTranslator>& translator)
+{
+    if (translator) {
+        QCoreApplication::removeTranslator(translator);
+        delete translator;
+    }
 }
 
 } // namespace
@@ -36,35 +66,87 @@ QString infoPlistLanguage(const QStringList& preferredLanguages)
     return QStringLiteral("en");
 }
 
-QStringList preferredLanguages()
+bool isLanguageChoice(const QString& choice)
 {
-    const QStringList stored = openPreferences()->value(PrefLanguages).toStringList();
-    return stored.isEmpty() ? QLocale::system().uiLanguages() : stored;
+    return choice == QLatin1String(LanguageEnglish) || choice == QLatin1String(LanguageKorean) ||
+           choice == QLatin1String(LanguageSystem);
+}
+
+QString infoPlistLanguageForChoice(const QString& choice, const QStringList& systemLanguages)
+{
+    if (choice == QLatin1String(LanguageKorean))
+        return QStringLiteral("ko");
+    if (choice == QLatin1String(LanguageSystem))
+        return infoPlistLanguage(systemLanguages);
+    return QStringLiteral("en");
+}
+
+QString storedLanguageChoice()
+{
+    const QString choice = openPreferences()->value(PrefViewerLanguage).toString();
+    if (!choice.isEmpty() && !isLanguageChoice(choice))
+        qCWarning(lcTranslations) << "ignoring the stored language" << choice;
+    return isLanguageChoice(choice) ? choice : QString();
+}
+
+bool storeLanguageChoice(const QString& choice)
+{
+    const auto preferences = openPreferences();
+    preferences->setValue(PrefViewerLanguage, choice);
+    preferences->sync();
+    if (preferences->status() != QSettings::NoError) {
+        qCWarning(lcTranslations) << "cannot store the language in" << preferences->fileName();
+        return false;
+    }
+    return true;
 }
 
 QString installInfoPlistTranslator()
 {
-    return installInfoPlistTranslator(infoPlistLanguage(preferredLanguages()));
+    return installInfoPlistTranslator(
+        infoPlistLanguageForChoice(storedLanguageChoice(), QLocale::system().uiLanguages()));
 }
 
 QString installInfoPlistTranslator(const QString& language)
 {
-    auto* translator = new QTranslator(QCoreApplication::instance());
-    const QString file = QStringLiteral("%1_%2").arg(QLatin1String(TableName), language);
-    if (!translator->load(file, QLatin1String(TableFolder))) {
-        qCWarning(lcTranslations) << "no translation table" << file;
-        delete translator;
-        return {};
+    Installed& tables = installed();
+    if (!tables.english) {
+        tables.english = loadTable(QStringLiteral("en"));
+        if (!tables.english)
+            return {};
+        QCoreApplication::installTranslator(tables.english);
     }
-    // Replace only after the new table loaded, so a failure keeps the texts the user had.
-    if (QTranslator* previous = installedTranslator()) {
-        QCoreApplication::removeTranslator(previous);
-        delete previous;
+    if (language == QLatin1String("en")) {
+        remove(tables.chosen);
+    } else {
+        // Replace only after the new table loaded, so a failure keeps the texts the user had.
+        QTranslator* translator = loadTable(language);
+        if (!translator)
+            return {};
+        remove(tables.chosen);
+        // Installed last, so it is asked before English.
+        QCoreApplication::installTranslator(translator);
+        tables.chosen = translator;
     }
-    QCoreApplication::installTranslator(translator);
-    installedTranslator() = translator;
+    tables.language = language;
     qCInfo(lcTranslations) << "texts in" << language;
     return language;
+}
+
+QString infoPlistText(const QString& language, const char* key)
+{
+    for (const QString& table : {language, QStringLiteral("en")}) {
+        const std::unique_ptr<QTranslator> translator(loadTable(table));
+        const QString text = translator ? translator->translate(nullptr, key) : QString();
+        if (!text.isEmpty())
+            return text;
+    }
+    return qtTrId(key);
+}
+
+QString installedInfoPlistLanguage()
+{
+    return installed().language;
 }
 
 } // namespace kavro

@@ -106,11 +106,11 @@ inline std::optional<int> frameNumber(const QImage& image)
 class Viewer
 {
 public:
-    Viewer()
+    // The person sees the texts of the language, English unless told, not the keys.
+    explicit Viewer(const QString& language = QStringLiteral("en"))
     {
         initImageResources();
-        // The person sees the English texts, not the keys.
-        installInfoPlistTranslator(QStringLiteral("en"));
+        installInfoPlistTranslator(language);
         delegate = std::make_unique<KVRAppDelegate>();
         delegate->applicationDidFinishLaunching();
         window()->show();

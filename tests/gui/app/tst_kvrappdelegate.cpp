@@ -1,6 +1,7 @@
 #include "appfixture.h"
 
 #include "common/preferences.h"
+#include "kvrlanguagemenu.h"
 
 #include <QMessageBox>
 #include <QScreen>
@@ -129,6 +130,7 @@ private slots:
         QTest::newRow("unknown option") << QStringList{"--help", "--fast"} << 2 << QByteArray();
         QTest::newRow("--play not a number") << QStringList{"--play", "x"} << 2 << QByteArray();
         QTest::newRow("two folders") << QStringList{"/tmp", "/var"} << 2 << QByteArray();
+        QTest::newRow("--lang unknown") << QStringList{"--lang", "de"} << 2 << QByteArray();
     }
 
     void commandLineOfTheProgram()
@@ -147,6 +149,44 @@ private slots:
             QVERIFY2(result.out.startsWith(out), result.out.constData());
         else
             QVERIFY(result.err.startsWith("kavro-viewer: ") && result.err.count('\n') == 1);
+    }
+
+    // The choice is kept for the next start and wins over "AppleLanguages"; the window says
+    // so, in both languages, only when the texts will change.
+    void languageChoiceKeptForTheNextStart_data()
+    {
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("Korean") << "ko"
+                                << "다음에 KAVRO Viewer를 시작하면 선택한 언어로 바뀝니다.";
+        // The tests run in the C locale, so the system's language is English.
+        QTest::newRow("system") << "system" << QString();
+        QTest::newRow("English") << "en" << QString();
+    }
+
+    void languageChoiceKeptForTheNextStart()
+    {
+        QFETCH(QString, choice);
+        QFETCH(QString, told);
+        openPreferences()->remove(PrefViewerLanguage);
+        Viewer viewer;
+        auto* languages = viewer.delegate->findChild<KVRLanguageMenu*>();
+        QVERIFY(languages && languages->action("en")->isChecked());
+        languages->action(choice)->trigger();
+        QCOMPARE(storedLanguageChoice(), choice);
+        QVERIFY(languages->action(choice)->isChecked());
+        QApplication::processEvents();
+        QMessageBox* alert = nullptr;
+        for (QMessageBox* box : viewer.window()->findChildren<QMessageBox*>())
+            alert = box->isVisible() ? box : alert;
+        QCOMPARE(alert != nullptr, !told.isEmpty());
+        if (alert) {
+            QCOMPARE(alert->text(), qtTrId("main.language_at_restart"));
+            QCOMPARE(alert->informativeText(), told);
+            alert->close();
+        }
+        QCOMPARE(installInfoPlistTranslator(), choice == "ko" ? "ko" : "en");
+        installInfoPlistTranslator("en");
     }
 
     void closingTheWindowStopsBothPlayers()

@@ -5,6 +5,7 @@
 #include "testsupport.h"
 
 #include <QCoreApplication>
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
@@ -95,18 +96,72 @@ private slots:
         QCOMPARE(kavro::infoPlistLanguage(preferred), language);
     }
 
-    void preferenceChoosesTheInstalledTable()
+    void languageForChoice_data()
+    {
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<QStringList>("system");
+        QTest::addColumn<QString>("language");
+        QTest::newRow("no choice is English") << "" << QStringList{"ko-KR"} << "en";
+        QTest::newRow("English") << "en" << QStringList{"ko-KR"} << "en";
+        QTest::newRow("Korean") << "ko" << QStringList{"de-DE"} << "ko";
+        QTest::newRow("system in Korean") << "system" << QStringList{"ko-KR", "en"} << "ko";
+        QTest::newRow("system in another") << "system" << QStringList{"de-DE", "ko"} << "en";
+        QTest::newRow("unknown choice") << "klingon" << QStringList{"ko"} << "en";
+    }
+
+    void languageForChoice()
+    {
+        QFETCH(QString, choice);
+        QFETCH(QStringList, system);
+        QFETCH(QString, language);
+        QCOMPARE(kavro::infoPlistLanguageForChoice(choice, system), language);
+    }
+
+    // The stored choice decides; "AppleLanguages", which start-up always sets to English, does not.
+    void storedChoiceChoosesTheInstalledTable()
     {
         setPreferredLanguages({"ko-KR"});
+        QCOMPARE(kavro::installInfoPlistTranslator(), QStringLiteral("en"));
+        QCOMPARE(qtTrId("map.title"), QStringLiteral("Map"));
+
+        setPreferredLanguages({"en"});
+        QVERIFY(kavro::storeLanguageChoice(QStringLiteral("ko")));
         QCOMPARE(kavro::installInfoPlistTranslator(), QStringLiteral("ko"));
         QCOMPARE(qtTrId("map.title"), QStringLiteral("지도"));
         // A table that cannot load leaves the texts as they were.
         QCOMPARE(kavro::installInfoPlistTranslator(QStringLiteral("xx")), QString());
         QCOMPARE(qtTrId("map.title"), QStringLiteral("지도"));
+        QCOMPARE(kavro::infoPlistText(QStringLiteral("en"), "map.title"), QStringLiteral("Map"));
 
-        setPreferredLanguages({"en"});
+        // A value written by something else counts as no choice.
+        QVERIFY(kavro::storeLanguageChoice(QStringLiteral("ko; rm -rf")));
+        QCOMPARE(kavro::storedLanguageChoice(), QString());
         QCOMPARE(kavro::installInfoPlistTranslator(), QStringLiteral("en"));
         QCOMPARE(qtTrId("map.title"), QStringLiteral("Map"));
+    }
+
+    // Every key the program asks for has a text in both tables, so none shows as its key.
+    void everyKeyInTheSourcesHasBothTexts()
+    {
+        static const QRegularExpression call(
+            QStringLiteral("\\b(?:qtTrId|QT_TRID_NOOP)\\(\\s*\"([^\"]+)\"\\s*\\)"));
+        const auto english = readTable(QStringLiteral("en"));
+        const auto korean = readTable(QStringLiteral("ko"));
+        int keys = 0;
+        QDirIterator files(QStringLiteral(KAVRO_TRANSLATIONS_DIR "/../.."),
+                           {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString source = QString::fromUtf8(kavro::test::readFile(files.next()));
+            for (const auto& match : call.globalMatch(source)) {
+                const QString key = match.captured(1);
+                const QString where = key + " in " + files.fileName();
+                QVERIFY2(!english.value(key).source.isEmpty(), qPrintable(where));
+                QVERIFY2(!korean.value(key).translation.isEmpty(), qPrintable(where));
+                ++keys;
+            }
+        }
+        QVERIFY(keys > 200);
     }
 
     // lrelease -idbased writes the //% text for an empty, unfinished entry; English relies on it.
