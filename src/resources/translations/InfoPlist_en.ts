@@ -944,5 +944,21 @@
         <source>The clock file was saved. Put the card into the camera to set its clock.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="main.menu.language">
+        <source>&amp;Language</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.language_system">
+        <source>System</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.language_not_stored">
+        <source>The language could not be kept: the program&apos;s settings cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.language_at_restart">
+        <source>The texts change to the chosen language the next time KAVRO Viewer starts.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -65,11 +65,11 @@
     </message>
     <message id="msg.input_value_invalid_format">
         <source>Please enter a number.</source>
-        <translation>숫자를 입력하세요.</translation>
+        <translation>숫자를 입력하십시오.</translation>
     </message>
     <message id="msg.gsensor_outofrange_fmt">
         <source>Please enter a value between %1 and %2.</source>
-        <translation>%1에서 %2 사이의 값을 입력하세요.</translation>
+        <translation>%1에서 %2 사이의 값을 입력하십시오.</translation>
     </message>
     <message id="msg.sdcard_ratio_too_low">
         <source>Each recording area needs at least 20% of the card.</source>
@@ -161,7 +161,7 @@
     </message>
     <message id="main.gsensor">
         <source>G-sensor</source>
-        <translation>G-센서</translation>
+        <translation>G센서</translation>
     </message>
     <message id="main.speed">
         <source>Speed</source>
@@ -321,7 +321,7 @@
     </message>
     <message id="setting.aux">
         <source>Aux</source>
-        <translation>부가</translation>
+        <translation>부가 기능</translation>
     </message>
     <message id="setting.motion">
         <source>Motion</source>
@@ -329,7 +329,7 @@
     </message>
     <message id="setting.audio">
         <source>Audio</source>
-        <translation>음성</translation>
+        <translation>오디오</translation>
     </message>
     <message id="setting.driveinfoview">
         <source>Drive records</source>
@@ -409,7 +409,7 @@
     </message>
     <message id="setting.aux.sdcard_capacity">
         <source>Card share</source>
-        <translation>메모리 비율</translation>
+        <translation>메모리 할당</translation>
     </message>
     <message id="setting.aux.night_ae_setting">
         <source>Night exposure</source>
@@ -942,6 +942,22 @@
     <message id="time.filesave">
         <source>The clock file was saved. Put the card into the camera to set its clock.</source>
         <translation>시간 설정 파일을 저장했습니다. 카드를 카메라에 넣으면 카메라 시계가 맞춰집니다.</translation>
+    </message>
+    <message id="main.menu.language">
+        <source>&amp;Language</source>
+        <translation>언어(&amp;L)</translation>
+    </message>
+    <message id="main.menu.language_system">
+        <source>System</source>
+        <translation>시스템 설정</translation>
+    </message>
+    <message id="main.language_not_stored">
+        <source>The language could not be kept: the program&apos;s settings cannot be written.</source>
+        <translation>언어 선택을 저장하지 못했습니다. 프로그램 설정 파일에 쓸 수 없습니다.</translation>
+    </message>
+    <message id="main.language_at_restart">
+        <source>The texts change to the chosen language the next time KAVRO Viewer starts.</source>
+        <translation>다음에 KAVRO Viewer를 시작하면 선택한 언어로 바뀝니다.</translation>
     </message>
 </context>
 </TS>
