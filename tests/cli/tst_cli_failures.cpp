@@ -73,6 +73,14 @@ private slots:
         row("telemetry: unknown format", {"telemetry", "@/rec.avi", "--format", "xml"});
         row("telemetry: unknown option", {"telemetry", "@/rec.avi", "--fast"});
 
+        // "-" is a path like any other, and after "--" so is what looks like an option.
+        QTest::newRow("telemetry: -")
+            << QStringList{"telemetry", "-"} << QByteArray("kavro: telemetry: cannot open -");
+        QTest::newRow("list: -") << QStringList{"list", "-"}
+                                 << QByteArray("kavro: list: no such folder: -");
+        QTest::newRow("list: -- then option") << QStringList{"list", "--", "--recursive"}
+                                              << QByteArray("kavro: list: no such folder: --");
+
         row("list: no folder", {"list"});
         row("list: two folders", {"list", "@", "@"});
         row("list: missing folder", {"list", "@/nowhere"});
@@ -182,6 +190,34 @@ private slots:
         QVERIFY(written.startsWith("earlier line\n{"));
         QCOMPARE(QDir(m_dir.path()).entryList(QDir::Files).size(), m_files.size() + 1);
         QVERIFY(QFile::remove(log));
+    }
+
+    // Standard output that takes nothing (a full disk) is an error, not a silent success.
+    void fullStandardOutput_data()
+    {
+        QTest::addColumn<QStringList>("arguments"); // "@" stands for the card below
+        QTest::newRow("list") << QStringList{"list", "@"};
+        QTest::newRow("list json") << QStringList{"list", "@", "--format", "json"};
+        QTest::newRow("telemetry") << QStringList{"telemetry", "@/alwa_20240131_120000_F.avi"};
+        QTest::newRow("telemetry of a card") << QStringList{"telemetry", "@", "--format", "gpx"};
+        QTest::newRow("config show") << QStringList{"config", "show", m_dir.filePath("record.bin")};
+    }
+
+    void fullStandardOutput()
+    {
+        QFETCH(QStringList, arguments);
+        QTemporaryDir card;
+        QVERIFY(
+            QFile::copy(m_dir.filePath("rec.avi"), card.filePath("alwa_20240131_120000_F.avi")));
+        QProcess process;
+        process.setStandardOutputFile("/dev/full");
+        process.start(QStringLiteral(KAVRO_TOOL_PATH),
+                      arguments.replaceInStrings("@", card.path()));
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 2);
+        const QByteArray err = process.readAllStandardError();
+        QVERIFY2(err.startsWith("kavro: " + arguments[0].toUtf8()) && err.count('\n') == 1, err);
     }
 
     void help()

@@ -4,11 +4,13 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPointF>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
 
 #include <cstring>
+#include <limits>
 
 using kavro::test::runKavro;
 
@@ -167,6 +169,92 @@ private slots:
         QCOMPARE(line.size(), 2);
         QVERIFY(closeTo(line[0][0].toDouble(), WestLongitude)); // longitude first
         QVERIFY(closeTo(line[1][1].toDouble(), NorthLatitude));
+    }
+
+    // Positions as stored (NMEA form, northern and eastern without sentences), the points that
+    // must survive in signed degrees, and the geometry a route of them is.
+    void routeEdges_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("name"); // of the track and placemark
+        QTest::addColumn<QList<QPointF>>("stored");
+        QTest::addColumn<QList<QPointF>>("kept");
+        QTest::addColumn<QString>("geometry");
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        const double inf = std::numeric_limits<double>::infinity();
+        QTest::newRow("no place on earth dropped")
+            << "edges.avi"
+            << "edges.avi" << QList<QPointF>{{nan, 2015},   {1030, inf},  {9000.6, 2015},
+                                             {1030, 18000}, {1030, 2015}, {9000, 17959.4}}
+            << QList<QPointF>{{10.5, 20.25}, {90, 179.99}} << "LineString";
+        QTest::newRow("single fix") << "one.avi"
+                                    << "one.avi" << QList<QPointF>{{1030, 2015}}
+                                    << QList<QPointF>{{10.5, 20.25}} << "Point";
+        QTest::newRow("no fix") << "none.avi"
+                                << "none.avi" << QList<QPointF>{{nan, nan}} << QList<QPointF>{}
+                                << "";
+        QTest::newRow("control characters in the name")
+            << "one\x01two\x1f.avi"
+            << "one\uFFFDtwo\uFFFD.avi" << QList<QPointF>{{1030, 2015}}
+            << QList<QPointF>{{10.5, 20.25}} << "Point";
+    }
+
+    void routeEdges()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, name);
+        QFETCH(QList<QPointF>, stored);
+        QFETCH(QList<QPointF>, kept);
+        QFETCH(QString, geometry);
+        const QString path = m_dir.filePath(file);
+        kavro::KVRAviWriter writer({});
+        QVERIFY(writer.open(path));
+        QVERIFY(writer.addVideoFrame("frame"));
+        for (const QPointF& position : stored)
+            QVERIFY(writer.addTelemetryRecord(gps(100, position.x(), position.y(), '9', {})));
+        QVERIFY(writer.close());
+        auto run = [&path](const char* format) {
+            const auto result = runKavro({"telemetry", path, "--format", format});
+            return result.exitCode == 0 && result.err.isEmpty() ? result.out : QByteArray();
+        };
+        auto near = [](const QPointF& a, const QPointF& b) {
+            return closeTo(a.x(), b.x()) && closeTo(a.y(), b.y());
+        };
+        const QByteArray gpx = run("gpx");
+        const QStringList points = xmlValues(gpx, "trkpt");
+        QCOMPARE(points.size(), kept.size() + 1); // well-formed, namespace first
+        for (qsizetype i = 0; i < kept.size(); ++i)
+            QVERIFY(near({points[i + 1].section(' ', 0, 0).toDouble(),
+                          points[i + 1].section(' ', 1, 1).toDouble()},
+                         kept[i]));
+        QCOMPARE(xmlValues(gpx, "name").mid(1), QStringList{name});
+
+        const QByteArray kml = run("kml");
+        const QStringList names(kept.isEmpty() ? 1 : 2, name); // the document's, the placemark's
+        QCOMPARE(xmlValues(kml, "name").mid(1), names);
+        QCOMPARE(kml.count("<Placemark>"), geometry.isEmpty() ? 0 : 1);
+        QCOMPARE(kml.count("<" + geometry.toUtf8() + ">"), geometry.isEmpty() ? 0 : 1);
+        const QStringList tuples = xmlValues(kml, "coordinates").value(1).split(' ');
+        for (qsizetype i = 0; i < kept.size(); ++i)
+            QVERIFY(near({tuples.value(i).section(',', 1, 1).toDouble(),
+                          tuples.value(i).section(',', 0, 0).toDouble()},
+                         kept[i]));
+
+        QJsonParseError error;
+        const QJsonObject geo = QJsonDocument::fromJson(run("geojson"), &error).object();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        const QJsonArray features = geo["features"].toArray();
+        QCOMPARE(features.size(), kept.isEmpty() ? 0 : 1);
+        if (kept.isEmpty())
+            return;
+        const QJsonObject shape = features[0]["geometry"].toObject();
+        QCOMPARE(shape["type"].toString(), geometry);
+        QJsonArray coordinates = shape["coordinates"].toArray();
+        if (geometry == "Point")
+            coordinates = QJsonArray{coordinates};
+        QCOMPARE(coordinates.size(), kept.size());
+        for (qsizetype i = 0; i < kept.size(); ++i)
+            QVERIFY(near({coordinates[i][1].toDouble(), coordinates[i][0].toDouble()}, kept[i]));
     }
 
     void outputFile()

@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -20,6 +21,19 @@ constexpr qint64 IndexBlockSize = 64 * 1024;
 std::uint32_t u32At(const char* bytes)
 {
     return qFromLittleEndian<std::uint32_t>(bytes);
+}
+
+// The bytes that end a sentence or start one.
+constexpr std::array<bool, 256> SentenceMarks = [] {
+    std::array<bool, 256> marks{};
+    for (unsigned char c : {'\r', '\n', '\0', '$'})
+        marks[c] = true;
+    return marks;
+}();
+
+bool isSentenceMark(char c)
+{
+    return SentenceMarks[static_cast<unsigned char>(c)];
 }
 
 } // namespace
@@ -65,17 +79,24 @@ void KVRBlackBoxData::walkIndex(RecordingFile& file, std::uint64_t next, std::ui
                                 const QString& path)
 {
     // Each pass consumes one 16-byte entry, so the walk ends at the file's end at the latest.
+    bool first = true;
     for (;;) {
         const char* entry = nullptr;
         if (file.bytesAt(next, avi::IndexEntrySize, IndexBlockSize, &entry) <
             qint64(avi::IndexEntrySize))
             break; // the last entry is cut off by the end of the file
         qint64 lastRead = 4;
-        if (std::memcmp(entry, avi::TelemetryChunkId, 4) == 0)
+        const bool telemetry = std::memcmp(entry, avi::TelemetryChunkId, 4) == 0;
+        if (telemetry)
             lastRead = readTelemetryChunk(
                 file, std::uint64_t(avi::ChunkDataOffset) + u32At(entry + 8), u32At(entry + 12));
         next += avi::IndexEntrySize;
-        if (next > riffEnd || lastRead < 1 || file.size() <= next || stopAtLimit(path))
+        // Only a telemetry chunk adds records, so the limits are looked at after one (and once
+        // at the start, for limits already reached); most entries are video frames.
+        const bool mayBeAtLimit = telemetry || first;
+        first = false;
+        if (next > riffEnd || lastRead < 1 || file.size() <= next ||
+            (mayBeAtLimit && stopAtLimit(path)))
             break;
     }
 }
@@ -176,6 +197,8 @@ bool KVRBlackBoxData::ParseNMEA(char* text, std::uint32_t bufferSize)
     std::uint32_t start = 0;
     for (std::uint32_t i = 0; i < bufferSize; ++i) {
         const char c = text[i];
+        if (!isSentenceMark(c))
+            continue; // most bytes: one look-up instead of four comparisons
         if (c == '\r' || c == '\n' || c == '\0') {
             text[i] = '\0';
             const std::string_view line(text + start, i - start);

@@ -163,16 +163,17 @@ bool KVRNMEASentenceParser::parse(std::string_view sentence)
     if (!handler || !QByteArrayView(sentence.data(), qsizetype(sentence.size())).isValidUtf8())
         return false;
 
-    Fields fields;
-    fields.reserve(24);
-    for (std::size_t start = 0;;) {
-        const std::size_t comma = body.find(',', start);
-        fields.push_back(body.substr(start, comma - start));
-        if (comma == std::string_view::npos)
-            break;
-        start = comma + 1;
+    // Fields are a few bytes long: one pass over the bytes costs less than a search per field.
+    m_fields.clear();
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < body.size(); ++i) {
+        if (body[i] == ',') {
+            m_fields.emplace_back(body.data() + start, i - start);
+            start = i + 1;
+        }
     }
-    return (this->*handler)(fields);
+    m_fields.emplace_back(body.data() + start, body.size() - start);
+    return (this->*handler)(m_fields);
 }
 
 bool KVRNMEASentenceParser::parseGPRMC(const Fields& fields)

@@ -35,6 +35,9 @@ public:
 
 private:
     KVRGpsData m_Current;
+    // Reused for every sentence: a card holds hundreds of thousands of them, and a fresh list
+    // for each was most of the cost of reading one.
+    Fields m_fields;
 };
 
 } // namespace kavro
