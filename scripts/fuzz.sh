@@ -29,7 +29,10 @@ for target in "${targets[@]}"; do
     echo "== fuzz_$target (${seconds}s)"
     # Past findings first, each on its own: they must all pass now.
     if compgen -G "$regressions/*" >/dev/null; then
-        "$build_dir/fuzz/fuzz_$target" "${options[@]}" "$regressions"/* 2>&1 | tail -n 3
+        "$build_dir/fuzz/fuzz_$target" "${options[@]}" "$regressions"/* 2>&1 | tail -n 3 || {
+            echo "fuzz_$target fails on an input of $regressions again" >&2
+            exit 1
+        }
     fi
     "$build_dir/fuzz/fuzz_$target" "${options[@]}" -max_total_time="$seconds" \
         "$work" "$seeds" 2>&1 | grep -v '^#[0-9]*.*\(NEW\|REDUCE\|pulse\)' || {
