@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Long run of the viewer: plays a card of short recordings from the first row on, moving on by
-# itself, and reports its resident memory, open descriptors and threads after the 20th and the
-# last opening. Usage: bench/longrun.sh BUILD_DIR CARD [OPENINGS]
+# itself, and reports its resident memory, open descriptors and threads every 10 openings, so that
+# a cache filling up (growth that stops) tells itself from a leak (growth that goes on).
+# Usage: bench/longrun.sh BUILD_DIR CARD [OPENINGS]
 # Make a card of 200 short recordings first, e.g.:
 #   kavro-camsim --out CARD --minutes 7 --seconds-per-recording 2 --front-size 320x180 \
 #                --rear-size 160x90
@@ -27,7 +28,7 @@ sample() {
 
 count=0
 changed=$SECONDS
-for mark in 20 "$openings"; do
+for mark in $(seq 10 10 "$openings"); do
     while [ "$count" -lt "$mark" ]; do
         kill -0 "$pid" 2>/dev/null || { echo "the viewer ended after $count openings" >&2; exit 1; }
         now=$(grep -c "opening row" "$log" || true)
@@ -37,10 +38,12 @@ for mark in 20 "$openings"; do
         elif [ $((SECONDS - changed)) -gt 60 ]; then
             echo "no new opening for 60 s after $count openings (the end of the list?)" >&2
             mark=$count
+            ended=1
             break
         fi
         sleep 1
     done
     sleep 2 # into the recording
     sample "$mark"
+    [ -z "${ended:-}" ] || break
 done

@@ -12,6 +12,7 @@ packages=(
     xvfb xauth imagemagick fusefat dbus-daemon xdotool
     hyperfine valgrind libxml2-utils python3 time desktop-file-utils appstream help2man
     fonts-nanum lintian
+    clang libclang-rt-14-dev
 )
 
 missing=()

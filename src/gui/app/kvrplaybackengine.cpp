@@ -134,6 +134,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     qCInfo(lcApp, "opening row %lld: %s", index, qUtf8Printable(m_openingFileName));
     m_ui.mediaListTableView->selectOnlyRow(index);
     updateVideoUI();
+    m_playingFile = RecordingFileCheck(player1->media().path());
     emit statusMessage(QString());
     m_loading->showLoading(QStringLiteral("Loading..."));
 
@@ -409,6 +410,11 @@ void KVRPlaybackEngine::stopTimerPlayNext()
 
 void KVRPlaybackEngine::timerPlayNext()
 {
+    if (m_playingFile.lost() || m_players.player1->state() == VLCMediaPlayerStateError) {
+        qCWarning(lcApp) << "the recording can no longer be read:" << m_openingFileName;
+        failRecording();
+        return;
+    }
     if (m_preparingPlayNext || !restsAtEnd(m_players.player1))
         return;
     m_preparingPlayNext = true;
@@ -549,6 +555,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_waitingForPlayStart = false;
     m_partnerPauseAt = -1;
     m_mediaIndex = -1;
+    m_playingFile = {};
     m_hasRearMedia = false;
     m_playInfo->setIsPlaying(false);
     m_playInfo->setPosition(0);
@@ -562,8 +569,13 @@ void KVRPlaybackEngine::giveUpOpening()
 {
     if (!m_waitingForPlayStart)
         return;
+    qCWarning(lcApp) << "the recording did not start:" << m_openingFileName;
+    failRecording();
+}
+
+void KVRPlaybackEngine::failRecording()
+{
     const QString failed = m_openingFileName;
-    qCWarning(lcApp) << "the recording did not start:" << failed;
     clearCurrentRecording();
     //% "This recording could not be played:"
     emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') + failed);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "recording/recordingfilecheck.h"
 #include "telemetry/kvrblackboxdata.h"
 
 #include <QFutureWatcher>
@@ -106,6 +107,7 @@ private:
     void startTimerPlayNext();
     void stopTimerPlayNext();
     void timerPlayNext();
+    void failRecording();
     void setLogos();
     void animateSwap();
 
@@ -124,6 +126,9 @@ private:
     qint64 m_mediaIndex = -1;
     // The file of the opening under way, named if it fails whatever row is selected by then.
     QString m_openingFileName;
+    // The large picture's file, checked while it plays: a card pulled out or a file cut short
+    // underneath stops playback on that recording instead of moving on.
+    RecordingFileCheck m_playingFile;
     // Bumped by every opening and by whatever abandons one, so that late completions and
     // delayed moves of an older recording do nothing.
     quint64 m_opening = 0;

@@ -1,3 +1,4 @@
+#include "fusecard.h"
 #include "recording/kvrmedialist.h"
 #include "recording/kvrmedialistdelegate.h"
 #include "testsupport.h"
@@ -9,6 +10,8 @@
 #include <QTest>
 #include <QThread>
 #include <QThreadPool>
+
+#include <algorithm>
 
 using namespace kavro;
 
@@ -239,6 +242,44 @@ private slots:
         // Folders and names are taken in name order, so the cut falls at a known name.
         QCOMPARE(list.count(), KVRMediaList::MaxMedias);
         QCOMPARE(list.mediaAtIndex(list.count() - 1)->mediaName(), "alwa_20240131_040959_F");
+    }
+
+    // The card pulled out of its reader while its folders are read: the scan ends, and the list
+    // holds what was read before, in order.
+    void cardPulledOutDuringTheScan()
+    {
+        QTemporaryDir dir;
+        QStringList files;
+        // A folder a day, enough of them that the scan is still under way when the card goes.
+        for (int day = 0; day < 100; ++day) {
+            for (int i = 0; i < 3; ++i)
+                files << QString::asprintf("DCIM/%03d/alwa_2024%02d%02d_00%02d00_F.avi", day,
+                                           day / 28 + 1, day % 28 + 1, i);
+        }
+        QVERIFY(test::makeFiles(dir.filePath("stage"), files));
+        test::FuseCard card;
+        const QString mount = dir.filePath("mnt");
+        QString error;
+        QVERIFY2(card.insert(dir.filePath("card.img"), dir.filePath("stage"), 8, mount, &error),
+                 qPrintable(error));
+        // Pulled while the fourth day's folder is read.
+        card.freezeWhen("readdir(/DCIM/003)");
+
+        RecordingDelegate delegate;
+        KVRMediaList list;
+        list.setDelegate(&delegate);
+        list.setDirectoryPath(mount);
+        QTRY_VERIFY_WITH_TIMEOUT(card.frozen(), 20000);
+        card.pull();
+        const auto reported = [&delegate] {
+            QMutexLocker locker(&delegate.lock);
+            return delegate.calls;
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(reported(), 1, 20000);
+        const QStringList read = rows(list, mount);
+        QVERIFY2(!read.isEmpty() && read.size() < files.size(), qPrintable(read.join(' ')));
+        // Each row one of the card's files, once, in time order.
+        QVERIFY(std::includes(files.begin(), files.end(), read.begin(), read.end()));
     }
 };
 
