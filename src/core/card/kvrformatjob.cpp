@@ -80,6 +80,7 @@ KVRFormatJob::Result KVRFormatJob::run(const std::function<void(const QString&)>
     result.deviceFilePath = m_disk.deviceFilePath();
     result.displayString = m_disk.displayString();
     const auto findAgain = [&] {
+        progress(QString::fromLatin1(SearchingText));
         result.disks = m_disks->usbDiskEntities();
         for (const TKUSBDiskEntity& disk : result.disks) {
             if (disk.deviceFilePath() == result.deviceFilePath) {

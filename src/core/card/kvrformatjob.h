@@ -52,6 +52,7 @@ public:
     static constexpr char FormatText[] = "formatting...";
     static constexpr char MountText[] = "try mount...";
     static constexpr char CompletedText[] = "Format completed!";
+    static constexpr char SearchingText[] = "Disk searching...";
 
     KVRFormatJob(std::shared_ptr<KVRDiskSource> disks, std::shared_ptr<KVRFormatter> formatter,
                  TKUSBDiskEntity disk);

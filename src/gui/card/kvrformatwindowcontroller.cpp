@@ -27,7 +27,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcFormatWindow, "kavro.card.format", QtInfoMsg)
 
-constexpr char SearchingText[] = "Disk searching...";
 constexpr char FormattingText[] = "Formatting...";
 // Disk notices come in bursts (a mount changes several objects).
 constexpr int DisksChangedDelayMs = 500;
@@ -37,7 +36,8 @@ constexpr int DisksChangedDelayMs = 500;
 // let go on the main thread, even when the window that asked is gone.
 template <typename T, typename Work, typename Done> void runInBackground(Work work, Done done)
 {
-    auto* watcher = new QFutureWatcher<T>;
+    // Owned by the application, so that one still waiting as the program ends goes with it.
+    auto* watcher = new QFutureWatcher<T>(QCoreApplication::instance());
     QObject::connect(watcher, &QFutureWatcher<T>::finished, watcher,
                      [watcher, done = std::move(done)] {
                          done(watcher->result());
@@ -167,9 +167,9 @@ void KVRFormatWindowController::loadUSBVolumes(std::function<void()> completion)
 {
     bool ownsProgress = false;
     if (!m_stopProgressBar) {
-        setProgressText(QString::fromLatin1(SearchingText));
+        setProgressText(QString::fromLatin1(KVRFormatJob::SearchingText));
     } else {
-        showProgressBar(QString::fromLatin1(SearchingText));
+        showProgressBar(QString::fromLatin1(KVRFormatJob::SearchingText));
         ownsProgress = true;
     }
     ++m_refreshesInFlight;
