@@ -302,6 +302,31 @@ private slots:
         removeCard("sds1");
     }
 
+    // A card coming or going refreshes the list; the chosen one stays chosen while it is there.
+    void formatWindowKeepsTheChoice()
+    {
+        QVERIFY(!addCard("sdu1", "FIRST", "usb", false, false).isEmpty());
+        QVERIFY(!addCard("sdv1", "SECOND", "usb", false, false).isEmpty());
+        KVRFormatWindowController window(std::make_shared<UDisks2DiskSource>(*m_connection),
+                                         nullptr);
+        window.windowDidLoad();
+        QTRY_VERIFY_WITH_TIMEOUT(window.usbDiskArray().size() == 2 && window.stopProgressBar(),
+                                 WaitMs);
+        auto* combo = window.findChild<QComboBox*>("usbDiskCombo");
+        QCOMPARE(combo->currentIndex(), 0);
+        combo->setCurrentIndex(1);
+        QVERIFY(window.findChild<QLabel*>("pathField")->text().startsWith("/dev/sdv1   "));
+        QVERIFY(!addCard("sdt1", "THIRD", "usb", false, false).isEmpty()); // listed first
+        QTRY_VERIFY_WITH_TIMEOUT(window.usbDiskArray().size() == 3, WaitMs);
+        QCOMPARE(window.selectedUSBDisk()->deviceFilePath(), QString("/dev/sdv1"));
+        QCOMPARE(combo->currentText(), window.selectedUSBDisk()->displayString());
+        removeCard("sdv1");
+        QTRY_VERIFY_WITH_TIMEOUT(window.usbDiskArray().size() == 2, WaitMs);
+        QCOMPARE(window.selectedUSBDisk()->deviceFilePath(), QString("/dev/sdt1"));
+        removeCard("sdt1");
+        removeCard("sdu1");
+    }
+
     void formatThroughTheWindow_data()
     {
         QTest::addColumn<QString>("name");
