@@ -85,6 +85,24 @@ FileSizeLimit::~FileSizeLimit()
     std::signal(SIGXFSZ, m_previousHandler);
 }
 
+QString cardLayoutProblem(const QString& image, int sectorsPerCluster)
+{
+    const ToolResult fsck = runProgram(QStringLiteral("fsck.fat"), {"-n", image});
+    if (fsck.exitCode != 0)
+        return QStringLiteral("fsck.fat: ") + QString::fromLocal8Bit(fsck.out + fsck.err);
+    const QByteArray info = runProgram(QStringLiteral("minfo"), {"-i", image, "::"}).out;
+    const QByteArray cluster =
+        "cluster size: " + QByteArray::number(sectorsPerCluster) + " sectors";
+    for (const QByteArray& line :
+         {QByteArray("disk label=\"KAVRO      \""), cluster,
+          QByteArray("reserved (boot) sectors: 32"), QByteArray("fats: 2"),
+          QByteArray("disk type=\"FAT32   \""), QByteArray("backup boot sector=6")}) {
+        if (!info.contains(line))
+            return QStringLiteral("minfo lacks '%1'").arg(QString::fromLatin1(line));
+    }
+    return QString();
+}
+
 QByteArray readFile(const QString& path)
 {
     QFile file(path);

@@ -54,6 +54,11 @@ private:
     void (*m_previousHandler)(int);
 };
 
+// What is wrong with the camera's layout on a FAT image (fsck.fat -n, then minfo): label KAVRO,
+// 2 FATs, 32 reserved sectors, backup boot sector 6 and the given sectors per cluster. Empty when
+// nothing is.
+QString cardLayoutProblem(const QString& image, int sectorsPerCluster);
+
 QByteArray readFile(const QString& path);
 bool writeFile(const QString& path, const QByteArray& content);
 

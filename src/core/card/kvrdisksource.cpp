@@ -38,4 +38,14 @@ std::optional<QString> KVRDiskSource::setVolumeName(const TKUSBDiskEntity&, cons
     return QStringLiteral("volumes cannot be renamed here");
 }
 
+std::optional<QString> KVRDiskSource::unmountVolume(const TKUSBDiskEntity&, bool)
+{
+    return QStringLiteral("volumes cannot be unmounted here");
+}
+
+std::optional<QString> KVRDiskSource::mountVolume(const TKUSBDiskEntity&, bool)
+{
+    return QStringLiteral("volumes cannot be mounted here");
+}
+
 } // namespace kavro

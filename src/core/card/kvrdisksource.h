@@ -34,6 +34,14 @@ public:
     virtual std::optional<QString> setVolumeName(const TKUSBDiskEntity& disk, const QString& name,
                                                  bool allowUserInteraction);
 
+    // Unmounts the volume, or mounts it again (where the system chooses; look the disk up afresh
+    // afterwards). With user interaction the system may ask for a password. Returns why it
+    // failed, or none.
+    virtual std::optional<QString> unmountVolume(const TKUSBDiskEntity& disk,
+                                                 bool allowUserInteraction);
+    virtual std::optional<QString> mountVolume(const TKUSBDiskEntity& disk,
+                                               bool allowUserInteraction);
+
 protected:
     // Implementations list the volumes; the public calls add the logging and the rules.
     virtual QList<TKUSBDiskEntity> listUsbDiskEntities() const = 0;

@@ -61,10 +61,9 @@ std::optional<ShellScriptResult> elevatorRefusal(int exitCode, const QString& ou
                              QStringLiteral("Administrator rights were not granted.")};
 }
 
-ShellScriptResult run(const QString& command, bool elevate, const ShellScriptOptions& options)
+ShellScriptResult run(QString program, QStringList arguments, bool elevate,
+                      const ShellScriptOptions& options)
 {
-    QString program = options.shell;
-    QStringList arguments{QStringLiteral("-c"), command};
     if (elevate) {
         arguments.prepend(program);
         program = options.elevator;
@@ -103,9 +102,17 @@ ShellScriptResult run(const QString& command, bool elevate, const ShellScriptOpt
 ShellScriptResult runShellScript(const QString& command, bool withAdministratorPrivileges,
                                  const ShellScriptOptions& options)
 {
+    return runProgramWithRights(options.shell, {QStringLiteral("-c"), command},
+                                withAdministratorPrivileges, options);
+}
+
+ShellScriptResult runProgramWithRights(const QString& program, const QStringList& arguments,
+                                       bool withAdministratorPrivileges,
+                                       const ShellScriptOptions& options)
+{
     bool elevate =
         withAdministratorPrivileges && !options.alreadyPrivileged.value_or(runningAsRoot());
-    ShellScriptResult result = run(command, elevate, options);
+    ShellScriptResult result = run(program, arguments, elevate, options);
     if (!result.ok())
         qCWarning(lcCard).nospace()
             << "ERROR={code=" << result.code << ", message=" << result.message << "}";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -37,5 +38,11 @@ struct ShellScriptOptions
 // can take minutes.
 ShellScriptResult runShellScript(const QString& command, bool withAdministratorPrivileges,
                                  const ShellScriptOptions& options = {});
+
+// The same for one program and its arguments, without a shell in between: what is passed cannot
+// be read as shell syntax, and the elevator sees the program itself (its own policy applies).
+ShellScriptResult runProgramWithRights(const QString& program, const QStringList& arguments,
+                                       bool withAdministratorPrivileges,
+                                       const ShellScriptOptions& options = {});
 
 } // namespace kavro

@@ -2,6 +2,8 @@
 
 #include "card/alertsheet.h"
 #include "card/cardrules.h"
+#include "card/kvrformatwindowcontroller.h"
+#include "card/kvrhelperformatter.h"
 #include "kvrsegmentedcontrol.h"
 #include "kvrsettingforaudioviewcontroller.h"
 #include "kvrsettingforauxviewcontroller.h"
@@ -465,8 +467,14 @@ void KVRSettingController::onSaveDefaultSetting()
 
 void KVRSettingController::onFormat()
 {
-    //% "Formatting the card is not available in this version yet."
-    showAlert(this, QStringLiteral("KAVRO"), qtTrId("msg.format_not_available"));
+    if (!m_formatter)
+        m_formatter = std::make_shared<KVRHelperFormatter>();
+    auto controller =
+        std::make_unique<KVRFormatWindowController>(m_options.disks, m_formatter, this);
+    KVRFormatWindowController* window = controller.get();
+    // The window held before goes when the new one is stored.
+    m_lastDialogController = std::move(controller);
+    window->windowDidLoad();
 }
 
 void KVRSettingController::onDiskUtil()

@@ -17,6 +17,7 @@ class QScrollArea;
 
 namespace kavro {
 
+class KVRFormatter;
 class KVRSegmentedControl;
 class KVRSettingControllerDelegate;
 class KVRSettingLoadingSheet;
@@ -72,6 +73,11 @@ public:
     void onCloseCmd();
     void onSaveDefaultSetting();
     void onFormat();
+    // What the formatting window formats with; by default the privileged helper.
+    void setFormatter(std::shared_ptr<KVRFormatter> formatter)
+    {
+        m_formatter = std::move(formatter);
+    }
     void onDiskUtil();
     QWidget* createDriveInfoController();
 
@@ -81,6 +87,8 @@ public:
     const QString& settingFilePath() const { return m_SettingFilePath; }
     const std::optional<TKUSBDiskEntity>& selectedUSBDisk() const { return m_selectedUSBDisk; }
     int lastSelectedTabIndex() const { return m_lastSelectedTabIndex; }
+    // The formatting window opened last, kept until the next one or this window goes.
+    QWidget* lastDialogController() const { return m_lastDialogController.get(); }
     QWidget* targetController() const { return m_targetController; }
     KVRSegmentedControl* functionSegmentedControl() const { return m_functionSegmentedControl; }
     KVRSettingLoadingSheet* loadingSheet() const { return m_loadingSheet; }
@@ -116,6 +124,8 @@ private:
     QPushButton* m_cancelButton = nullptr;
     KVRSettingLoadingSheet* m_loadingSheet = nullptr;
     bool m_loading = false;
+    std::shared_ptr<KVRFormatter> m_formatter;
+    std::unique_ptr<QWidget> m_lastDialogController;
 };
 
 } // namespace kavro

@@ -152,41 +152,64 @@ QList<TKUSBDiskEntity> UDisks2DiskSource::listUsbDiskEntities() const
     return disks;
 }
 
+QDBusMessage UDisks2DiskSource::callFilesystem(const TKUSBDiskEntity& disk, const QString& method,
+                                               const QVariantList& arguments,
+                                               bool allowUserInteraction)
+{
+    if (!m_bus.isConnected())
+        return QDBusMessage::createError(QStringLiteral("org.kavro.Error.NoBus"),
+                                         QStringLiteral("no system bus"));
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(Service, disk.key(), FilesystemInterface, method);
+    message.setArguments(arguments + QVariantList{authOptions(allowUserInteraction)});
+    message.setInteractiveAuthorizationAllowed(allowUserInteraction);
+    return m_bus.call(message, QDBus::Block, ChangeTimeoutMs);
+}
+
+namespace {
+
+std::optional<QString> failure(const QDBusMessage& reply)
+{
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return std::nullopt;
+    return QStringLiteral("%1: %2").arg(reply.errorName(), reply.errorMessage());
+}
+
+} // namespace
+
+std::optional<QString> UDisks2DiskSource::unmountVolume(const TKUSBDiskEntity& disk,
+                                                        bool allowUserInteraction)
+{
+    return failure(callFilesystem(disk, QStringLiteral("Unmount"), {}, allowUserInteraction));
+}
+
+std::optional<QString> UDisks2DiskSource::mountVolume(const TKUSBDiskEntity& disk,
+                                                      bool allowUserInteraction)
+{
+    QDBusMessage reply = callFilesystem(disk, QStringLiteral("Mount"), {}, allowUserInteraction);
+    if (std::optional<QString> why = failure(reply))
+        return why;
+    qCInfo(lcDisks) << "mounted" << disk.deviceFilePath() << "at"
+                    << reply.arguments().value(0).toString();
+    return std::nullopt;
+}
+
 std::optional<QString> UDisks2DiskSource::setVolumeName(const TKUSBDiskEntity& disk,
                                                         const QString& name,
                                                         bool allowUserInteraction)
 {
-    if (!m_bus.isConnected())
-        return QStringLiteral("no system bus");
-    const QVariantMap options = authOptions(allowUserInteraction);
-    const auto call = [&](const QString& interface, const QString& method,
-                          const QVariantList& arguments) {
-        QDBusMessage message =
-            QDBusMessage::createMethodCall(Service, disk.key(), interface, method);
-        message.setArguments(arguments);
-        message.setInteractiveAuthorizationAllowed(allowUserInteraction);
-        return m_bus.call(message, QDBus::Block, ChangeTimeoutMs);
-    };
-    const auto failed = [](const QDBusMessage& reply) {
-        return reply.type() != QDBusMessage::ReplyMessage;
-    };
-    const auto why = [](const QDBusMessage& reply) {
-        return QStringLiteral("%1: %2").arg(reply.errorName(), reply.errorMessage());
-    };
-
     // A FAT label is written to the boot sector, which the mounted file system owns.
-    QDBusMessage reply = call(FilesystemInterface, QStringLiteral("Unmount"), {options});
-    if (failed(reply))
-        return why(reply);
-    QDBusMessage labelled = call(FilesystemInterface, QStringLiteral("SetLabel"), {name, options});
+    if (std::optional<QString> why = unmountVolume(disk, allowUserInteraction))
+        return why;
+    std::optional<QString> labelled =
+        failure(callFilesystem(disk, QStringLiteral("SetLabel"), {name}, allowUserInteraction));
     // Mounted again whatever became of the label, so that the card stays usable.
-    reply = call(FilesystemInterface, QStringLiteral("Mount"), {options});
-    if (failed(labelled))
-        return why(labelled);
-    if (failed(reply))
-        return why(reply);
-    qCInfo(lcDisks) << "renamed" << disk.deviceFilePath() << "to" << name << "mounted at"
-                    << reply.arguments().value(0).toString();
+    std::optional<QString> mounted = mountVolume(disk, allowUserInteraction);
+    if (labelled)
+        return labelled;
+    if (mounted)
+        return mounted;
+    qCInfo(lcDisks) << "renamed" << disk.deviceFilePath() << "to" << name;
     return std::nullopt;
 }
 

@@ -27,6 +27,10 @@ public:
     // Unmounts the volume, sets its label and mounts it again.
     std::optional<QString> setVolumeName(const TKUSBDiskEntity& disk, const QString& name,
                                          bool allowUserInteraction) override;
+    std::optional<QString> unmountVolume(const TKUSBDiskEntity& disk,
+                                         bool allowUserInteraction) override;
+    std::optional<QString> mountVolume(const TKUSBDiskEntity& disk,
+                                       bool allowUserInteraction) override;
 
 signals:
     void disksChanged();
@@ -36,6 +40,9 @@ protected:
 
 private:
     void watchService();
+    // Calls a method of the volume's Filesystem interface; the reply, or an error reply.
+    QDBusMessage callFilesystem(const TKUSBDiskEntity& disk, const QString& method,
+                                const QVariantList& arguments, bool allowUserInteraction);
 
     QDBusConnection m_bus;
 };

@@ -371,10 +371,6 @@
         <source>The settings were saved.</source>
         <translation type="unfinished"></translation>
     </message>
-    <message id="msg.format_not_available">
-        <source>Formatting the card is not available in this version yet.</source>
-        <translation type="unfinished"></translation>
-    </message>
     <message id="msg.no_disk_utility">
         <source>No disk utility is installed. Install GNOME Disks or KDE Partition Manager.</source>
         <translation type="unfinished"></translation>
@@ -958,6 +954,54 @@
     </message>
     <message id="main.language_at_restart">
         <source>The texts change to the chosen language the next time KAVRO Viewer starts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.format.allocation_unit_size">
+        <source>Allocation unit size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.format.filesystem">
+        <source>File system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.format.format">
+        <source>Format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.no_usb_drive">
+        <source>There is no USB drive.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.select_usb_drive">
+        <source>Please select USB drive.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.cannot_format">
+        <source>The card cannot be formatted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_complete">
+        <source>The card was formatted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_config_not_saved">
+        <source>Its settings file could not be put aside, so the card was left as it was.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_auth_dismissed">
+        <source>The request for administrator rights was dismissed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_not_authorised">
+        <source>Administrator rights were not granted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_card_lost">
+        <source>The card was formatted but not found again, so no settings file was written to it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.format_copy_kept">
+        <source>Its former settings file is kept in %1.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -373,7 +373,7 @@
     </message>
     <message id="msg.format_not_available">
         <source>Formatting the card is not available in this version yet.</source>
-        <translation>이 버전에서는 아직 카드 포맷을 사용할 수 없습니다.</translation>
+        <translation type="vanished">이 버전에서는 아직 카드 포맷을 사용할 수 없습니다.</translation>
     </message>
     <message id="msg.no_disk_utility">
         <source>No disk utility is installed. Install GNOME Disks or KDE Partition Manager.</source>
@@ -958,6 +958,54 @@
     <message id="main.language_at_restart">
         <source>The texts change to the chosen language the next time KAVRO Viewer starts.</source>
         <translation>다음에 KAVRO Viewer를 시작하면 선택한 언어로 바뀝니다.</translation>
+    </message>
+    <message id="setting.format.allocation_unit_size">
+        <source>Allocation unit size</source>
+        <translation>할당 단위 크기</translation>
+    </message>
+    <message id="setting.format.filesystem">
+        <source>File system</source>
+        <translation>파일 시스템</translation>
+    </message>
+    <message id="setting.format.format">
+        <source>Format</source>
+        <translation>포맷</translation>
+    </message>
+    <message id="msg.no_usb_drive">
+        <source>There is no USB drive.</source>
+        <translation>연결된 USB 드라이브가 없습니다.</translation>
+    </message>
+    <message id="msg.select_usb_drive">
+        <source>Please select USB drive.</source>
+        <translation>USB 드라이브를 선택하세요.</translation>
+    </message>
+    <message id="msg.cannot_format">
+        <source>The card cannot be formatted.</source>
+        <translation>카드를 포맷할 수 없습니다.</translation>
+    </message>
+    <message id="msg.format_complete">
+        <source>The card was formatted.</source>
+        <translation>카드 포맷이 완료되었습니다.</translation>
+    </message>
+    <message id="msg.format_config_not_saved">
+        <source>Its settings file could not be put aside, so the card was left as it was.</source>
+        <translation>설정 파일을 따로 보관할 수 없어 카드를 포맷하지 않았습니다.</translation>
+    </message>
+    <message id="msg.format_auth_dismissed">
+        <source>The request for administrator rights was dismissed.</source>
+        <translation>관리자 권한 요청이 취소되었습니다.</translation>
+    </message>
+    <message id="msg.format_not_authorised">
+        <source>Administrator rights were not granted.</source>
+        <translation>관리자 권한을 얻지 못했습니다.</translation>
+    </message>
+    <message id="msg.format_card_lost">
+        <source>The card was formatted but not found again, so no settings file was written to it.</source>
+        <translation>카드를 포맷했지만 다시 찾지 못해 설정 파일을 쓰지 못했습니다.</translation>
+    </message>
+    <message id="msg.format_copy_kept">
+        <source>Its former settings file is kept in %1.</source>
+        <translation>이전 설정 파일은 %1에 보관되어 있습니다.</translation>
     </message>
 </context>
 </TS>

@@ -55,9 +55,10 @@ private:
 private slots:
     void initTestCase()
     {
-        if (::geteuid() != 0)
-            QSKIP("block device nodes can only be made by root");
         QVERIFY(QDir().mkpath(path("sys/dev/block")) && QDir().mkpath(path("dev")));
+        QVERIFY(test::writeFile(path("regular.img"), QByteArray(4096, 'r')));
+        if (::geteuid() != 0)
+            return; // block device nodes can only be made by root
         const QString usb = "pci0000:00/0000:00:14.0/usb1/1-2/1-2:1.0/host6/target6:0:0/6:0:0:0";
         addDisk(usb, "sdb", 8, 16, true, 1);
         addDisk("pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0", "sda", 8, 0, false, 2);
@@ -72,7 +73,6 @@ private slots:
                                                                       {"loop0", 7, 0},
                                                                       {"unknown", 9, 99}})
             addNode(name, major, minor);
-        QVERIFY(test::writeFile(path("regular.img"), QByteArray(4096, 'r')));
     }
 
     void checks_data()
@@ -109,6 +109,8 @@ private slots:
         QFETCH(QByteArray, mounted);
         QFETCH(QString, refusal);
         QFETCH(bool, wholeDisk);
+        if (::geteuid() != 0)
+            QSKIP("the fixture's block device nodes can only be made by root");
         const QByteArray table = "22 27 0:21 / /proc rw,relatime - proc proc rw\n" +
                                  (mounted.isEmpty() ? QByteArray()
                                                     : "31 27 " + mounted.replace(' ', " / ") +
@@ -137,13 +139,18 @@ private slots:
                                  {path("dev/sdb1"), "256"},
                                  {"dev/sdb1", "32"},
                                  {path("regular.img"), "32", "extra"}};
-        const test::ToolResult loop =
-            test::runProgram("losetup", {"-f", "--show", path("regular.img")});
-        const QString loopDevice = QString::fromLatin1(loop.out).trimmed();
-        if (loop.exitCode == 0 && !loopDevice.isEmpty())
-            calls.append({loopDevice, "32"});
-        else
-            qWarning("no loop device here: %s", loop.err.constData());
+        QString loopDevice;
+        if (::geteuid() == 0) {
+            const test::ToolResult loop =
+                test::runProgram("losetup", {"-f", "--show", path("regular.img")});
+            loopDevice = QString::fromLatin1(loop.out).trimmed();
+            if (loop.exitCode == 0 && !loopDevice.isEmpty())
+                calls.append({loopDevice, "32"});
+            else
+                qWarning("no loop device here: %s", loop.err.constData());
+        } else {
+            qWarning("not root: the loop device case is left out (losetup needs root)");
+        }
         for (const QStringList& arguments : calls) {
             const test::ToolResult result = test::runProgram(helper, arguments);
             QVERIFY2(test::failedCleanly(result, "kavro-format-helper: "),
@@ -169,12 +176,8 @@ private slots:
         const test::ToolResult made =
             test::runProgram("mkfs.fat", mkfsFatArguments(image, 32, false));
         QVERIFY2(made.exitCode == 0, made.err.constData());
-        QCOMPARE(test::runProgram("fsck.fat", {"-n", image}).exitCode, 0);
-        const QByteArray info = test::runProgram("minfo", {"-i", image, "::"}).out;
-        for (const char* line : {"disk label=\"KAVRO      \"", "cluster size: 32 sectors",
-                                 "reserved (boot) sectors: 32", "fats: 2", "disk type=\"FAT32   \"",
-                                 "backup boot sector=6"})
-            QVERIFY2(info.contains(line), line);
+        const QString problem = test::cardLayoutProblem(image, 32);
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
         QVERIFY(QFile::remove(image));
     }
 };

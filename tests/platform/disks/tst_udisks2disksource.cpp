@@ -3,7 +3,11 @@
 // window and the clock window's file onto the image.
 
 #include "disks/udisks2disksource.h"
+#include "resources/translations/infoplisttranslator.h"
 
+#include "card/formattarget.h"
+#include "card/kvrformatter.h"
+#include "card/kvrformatwindowcontroller.h"
 #include "card/kvrtimesetupcontroller.h"
 
 #include "settings/kvrsettingcontroller.h"
@@ -13,14 +17,17 @@
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QComboBox>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -50,6 +57,40 @@ _FILEDATA milesRecord()
     return record;
 }
 
+// Formats the image that stands for a device with the helper's own mkfs.fat command line, or
+// runs a script in its place.
+class ImageFormatter : public KVRFormatter
+{
+public:
+    ImageFormatter(QString images, QString script)
+        : m_images(std::move(images)), m_script(std::move(script))
+    {
+    }
+
+    ShellScriptResult format(const TKUSBDiskEntity& disk, int sectorsPerCluster) override
+    {
+        if (!m_script.isEmpty())
+            return runShellScript(m_script, false);
+        const QString image = QDir(m_images).filePath(QFileInfo(disk.deviceFilePath()).fileName() +
+                                                      QStringLiteral(".img"));
+        QStringList quoted;
+        for (const QString& argument :
+             mkfsFatArguments(image, sectorsPerCluster, disk.mediaWhole()))
+            quoted.append('\'' + argument + '\'');
+        ShellScriptResult result =
+            runShellScript(QStringLiteral("mkfs.fat ") + quoted.join(' '), false);
+        // Looked at before the card is mounted again.
+        formatted = test::cardLayoutProblem(image, sectorsPerCluster);
+        return result;
+    }
+
+    QString formatted = QStringLiteral("not formatted");
+
+private:
+    QString m_images;
+    QString m_script;
+};
+
 } // namespace
 
 class TestUDisks2DiskSource : public QObject
@@ -60,6 +101,7 @@ private slots:
     void initTestCase()
     {
         test::isolatedConfigHome();
+        installInfoPlistTranslator(QStringLiteral("en"));
         for (const char* program :
              {"dbus-daemon", "fusefat", "fusermount", "mkfs.fat", "fsck.fat", "fatlabel", "mcopy"})
             QVERIFY2(!QStandardPaths::findExecutable(program).isEmpty(), program);
@@ -85,6 +127,23 @@ private slots:
         QVERIFY(clock.elapsed() < UDisks2DiskSource::CallTimeoutMs);
         UDisks2DiskSource noBus(QDBusConnection(QStringLiteral("never connected")));
         QVERIFY(noBus.usbDiskEntities().isEmpty());
+    }
+
+    // Nothing to format: the empty state, and the format button says so.
+    void formatWindowWithoutDisks()
+    {
+        KVRFormatWindowController window(std::make_shared<UDisks2DiskSource>(*m_connection),
+                                         nullptr);
+        window.windowDidLoad();
+        QTRY_VERIFY_WITH_TIMEOUT(window.stopProgressBar(), WaitMs);
+        QCOMPARE(window.findChild<QLabel*>("allocationUnitField")->text(), QString("128KB"));
+        QCOMPARE(window.findChild<QLabel*>("pathField")->text(), QString("-"));
+        QCOMPARE(window.findChild<QLabel*>("fileSystemField")->text(), QString("FAT32"));
+        QTest::mouseClick(window.findChild<QPushButton*>("formatButton"), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
+        QCOMPARE(window.findChild<QMessageBox*>()->text(), QString("KAVRO"));
+        QCOMPARE(window.findChild<QMessageBox*>()->informativeText(),
+                 QString("There is no USB drive."));
     }
 
     void startStandIn()
@@ -243,6 +302,154 @@ private slots:
         removeCard("sds1");
     }
 
+    // A card coming or going refreshes the list; the chosen one stays chosen while it is there.
+    void formatWindowKeepsTheChoice()
+    {
+        QVERIFY(!addCard("sdu1", "FIRST", "usb", false, false).isEmpty());
+        QVERIFY(!addCard("sdv1", "SECOND", "usb", false, false).isEmpty());
+        KVRFormatWindowController window(std::make_shared<UDisks2DiskSource>(*m_connection),
+                                         nullptr);
+        window.windowDidLoad();
+        QTRY_VERIFY_WITH_TIMEOUT(window.usbDiskArray().size() == 2 && window.stopProgressBar(),
+                                 WaitMs);
+        auto* combo = window.findChild<QComboBox*>("usbDiskCombo");
+        QCOMPARE(combo->currentIndex(), 0);
+        combo->setCurrentIndex(1);
+        QVERIFY(window.findChild<QLabel*>("pathField")->text().startsWith("/dev/sdv1   "));
+        QVERIFY(!addCard("sdt1", "THIRD", "usb", false, false).isEmpty()); // listed first
+        QTRY_VERIFY_WITH_TIMEOUT(window.usbDiskArray().size() == 3, WaitMs);
+        QCOMPARE(window.selectedUSBDisk()->deviceFilePath(), QString("/dev/sdv1"));
+        QCOMPARE(combo->currentText(), window.selectedUSBDisk()->displayString());
+        removeCard("sdv1");
+        QTRY_VERIFY_WITH_TIMEOUT(window.usbDiskArray().size() == 2, WaitMs);
+        QCOMPARE(window.selectedUSBDisk()->deviceFilePath(), QString("/dev/sdt1"));
+        removeCard("sdt1");
+        removeCard("sdu1");
+    }
+
+    void formatThroughTheWindow_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<qint64>("size");
+        QTest::addColumn<bool>("withSettings");
+        QTest::addColumn<bool>("readOnly");
+        QTest::addColumn<QString>("script"); // runs instead of mkfs.fat
+        QTest::addColumn<bool>("reopen");    // the window closed and opened anew during the job
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("informative"); // a part of it
+        QTest::addColumn<int>("sectors");         // 0: the card must be left as it was
+        QTest::addColumn<QString>("onCard");      // config.bin: "before", "defaults" or "kept"
+        const qint64 gib = 1ll << 30, small = 64ll << 20;
+        const QString done = "The card was formatted.", cannot = "The card cannot be formatted.";
+        QTest::newRow("4 GiB keeps config.bin")
+            << "sdf1" << 4 * gib << true << false << "" << false << done
+            << "[4.0 GB] KAVRO <Generic Card Reader>" << 32 << "before";
+        QTest::newRow("5 GiB, window replaced during the job")
+            << "sdg1" << 5 * gib << true << false << "" << true << done << "[5.0 GB] KAVRO" << 32
+            << "before";
+        // fusefat cannot write to 64 KB clusters: the restore fails, and the copy is named.
+        QTest::newRow("32 GiB, card not writable after the format")
+            << "sdo1" << 32 * gib << true << false << "" << false << "config.bin copy fail"
+            << "Its former settings file is kept in " << 128 << "kept";
+        QTest::newRow("no config.bin: the defaults")
+            << "sdh1" << 4 * gib << false << false << "" << false << done << "KAVRO" << 32
+            << "defaults";
+        QTest::newRow("formatter ends with 1")
+            << "sdi1" << small << true << false
+            << "echo 'mkfs.fat: unable to open /dev/sdi1: Read-only file system' >&2; exit 1"
+            << false << cannot
+            << "[64 MB] CARD <Generic Card Reader>\nThe card could not be written" << 0 << "before";
+        QTest::newRow("formatter ends with 3")
+            << "sdj1" << small << true << false << "echo 'no such device' >&2; exit 3" << false
+            << cannot << "<Generic Card Reader>\nError:no such device" << 0 << "before";
+        QTest::newRow("read-only card") << "sdn1" << small << true << true << "" << false << cannot
+                                        << "\nThe card could not be written" << 0 << "before";
+    }
+
+    // The settings window's Format Card button, then the format button, as a person would; what
+    // the image holds afterwards is read without mounting it.
+    void formatThroughTheWindow()
+    {
+        QFETCH(QString, name);
+        QFETCH(qint64, size);
+        QFETCH(bool, withSettings);
+        QFETCH(bool, readOnly);
+        QFETCH(QString, script);
+        QFETCH(bool, reopen);
+        QFETCH(QString, message);
+        QFETCH(QString, informative);
+        QFETCH(int, sectors);
+        QFETCH(QString, onCard);
+        qputenv("TMPDIR", QFile::encodeName(m_dir.path())); // where config.bin is put aside
+        const QString mounted =
+            addCard(name, "CARD", "usb", readOnly, false, {}, size, withSettings);
+        QVERIFY(!mounted.isEmpty());
+        // Pulled out whatever happens, so that the next card gets the mount path of its label.
+        const auto pull = qScopeGuard([&] { removeCard(name); });
+        auto disks = std::make_shared<UDisks2DiskSource>(*m_connection);
+        // Opened on a folder, the settings window leaves the card's label alone.
+        KVRSettingController settings({disks, m_dir.path(), true});
+        auto formatter = std::make_shared<ImageFormatter>(m_dir.path(), script);
+        settings.setFormatter(formatter);
+        settings.showWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(!settings.isLoading(), WaitMs);
+        const auto openFormatWindow = [&] {
+            QTest::mouseClick(settings.findChild<QPushButton*>("sdcardFormatButton"),
+                              Qt::LeftButton);
+            return qobject_cast<KVRFormatWindowController*>(settings.lastDialogController());
+        };
+        const auto ready = [](KVRFormatWindowController* window) {
+            return window && window->stopProgressBar() && !window->usbDiskArray().isEmpty();
+        };
+        KVRFormatWindowController* window = openFormatWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(ready(window), WaitMs);
+        QCOMPARE(window->findChild<QLabel*>("pathField")->text(), "/dev/" + name + "   " + mounted);
+        QCOMPARE(window->findChild<QLabel*>("allocationUnitField")->text(),
+                 QString("%1 KB").arg(size < 7 * (1ll << 30) ? 32 : 128));
+        QCOMPARE(window->findChild<QComboBox*>("usbDiskCombo")->currentText(),
+                 window->selectedUSBDisk()->displayString());
+
+        QTest::mouseClick(window->findChild<QPushButton*>("formatButton"), Qt::LeftButton);
+        QWidget* host = window;
+        if (reopen) {
+            QTest::mouseClick(window->findChild<QPushButton*>("cancelButton"), Qt::LeftButton);
+            QVERIFY(!window->isVisible());
+            // The job's window goes as the new one takes its place.
+            QVERIFY(openFormatWindow()->isVisible());
+            host = &settings;
+        }
+        QMessageBox* box = nullptr;
+        QTRY_VERIFY_WITH_TIMEOUT((box = host->findChild<QMessageBox*>()), 5 * WaitMs);
+        QVERIFY2(box->text() == message, qPrintable(box->text() + ": " + box->informativeText()));
+        QVERIFY2(box->informativeText().contains(informative), qPrintable(box->informativeText()));
+        const QString informativeText = box->informativeText();
+        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+        if (message == "The card was formatted." && !reopen)
+            QTRY_VERIFY_WITH_TIMEOUT(!window->isVisible(), WaitMs);
+
+        removeCard(name);
+        QVERIFY2((sectors == 0) != formatter->formatted.isEmpty(),
+                 qPrintable(formatter->formatted));
+        // fusefat, which failed on the 64 KB clusters, leaves the dirty bit set.
+        const QString problem = test::cardLayoutProblem(image(name), sectors);
+        if (onCard != "kept")
+            QVERIFY2(sectors == 0 ? !problem.isEmpty() : problem.isEmpty(), qPrintable(problem));
+        QByteArray onImage;
+        const bool there = tool("mcopy", {"-n", "-i", image(name), "::config.bin", "-"}, &onImage);
+        _FILEDATA defaults;
+        makeDefaultFileData(defaults);
+        if (onCard == "kept") {
+            QVERIFY(!there);
+            const QString kept = informativeText.section("kept in ", 1).chopped(1);
+            QCOMPARE(test::readFile(kept), fileDataBytes(milesRecord()));
+        } else {
+            QVERIFY(there);
+            QCOMPARE(onImage,
+                     onCard == "before" ? fileDataBytes(milesRecord()) : fileDataBytes(defaults));
+        }
+        QVERIFY(QFile::remove(image(name)));
+    }
+
     void cleanupTestCase()
     {
         m_standIn.terminate();
@@ -259,20 +466,21 @@ private slots:
 private:
     QString image(const QString& name) const { return m_dir.filePath(name + ".img"); }
 
-    // A 40 MB FAT32 image holding a settings file with the miles unit (and the clock file given),
+    // A sparse FAT32 image holding a settings file with the miles unit (and the clock file given),
     // plugged in and mounted.
     QString addCard(const QString& name, const QString& label, const QString& bus, bool readOnly,
-                    bool whole, const QString& clockFile = QString())
+                    bool whole, const QString& clockFile = QString(), qint64 size = 40 << 20,
+                    bool withSettings = true)
     {
         const QString path = image(name);
         QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || !file.resize(40 << 20))
+        if (!file.open(QIODevice::WriteOnly) || !file.resize(size))
             return QString();
         file.close();
         const QString settings = m_dir.filePath(name + ".bin");
         test::writeFile(settings, fileDataBytes(milesRecord()));
         if (!tool("mkfs.fat", {"-F", "32", "-n", label, path}) ||
-            !tool("mcopy", {"-i", path, settings, "::config.bin"}) ||
+            (withSettings && !tool("mcopy", {"-i", path, settings, "::config.bin"})) ||
             (!clockFile.isEmpty() && !tool("mcopy", {"-i", path, clockFile, "::timeset.cfg"})))
             return QString();
         QDBusMessage reply = m_connection->call(

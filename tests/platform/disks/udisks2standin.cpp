@@ -14,10 +14,13 @@
 #include <QDBusObjectPath>
 #include <QDBusVirtualObject>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
+#include <QThread>
 
 #include <cstdio>
+#include <memory>
 
 using InterfaceMap = QMap<QString, QVariantMap>;
 using ManagedObjects = QMap<QDBusObjectPath, InterfaceMap>;
@@ -56,7 +59,22 @@ struct Card
     bool readOnly = false;
     bool partition = true;
     QString mountPoint;
+    // fusefat in the foreground: unmounting waits for it to have written everything and ended,
+    // as the daemon's Unmount returns only once the file system is gone.
+    std::shared_ptr<QProcess> fuse;
 };
+
+bool isMounted(const QString& dir)
+{
+    QFile table(QStringLiteral("/proc/self/mounts"));
+    if (!table.open(QIODevice::ReadOnly))
+        return false;
+    for (const QByteArray& line : table.readAll().split('\n')) {
+        if (line.split(' ').value(1) == QFile::encodeName(dir))
+            return true;
+    }
+    return false;
+}
 
 class StandIn : public QDBusVirtualObject
 {
@@ -155,14 +173,32 @@ private:
         return nullptr;
     }
 
-    // Mounted under the label, as desktops do, so a new label gives a new path.
+    // Mounted under the label, as desktops do, so a new label gives a new path. The label is
+    // read afresh, as the daemon probes a file system again after it changed (a format).
     QString mount(Card& card)
     {
+        QString label;
+        if (run(QStringLiteral("fatlabel"), {card.image}, &label))
+            card.label = label.trimmed();
         QString dir = QDir(m_base).filePath(card.label.isEmpty() ? card.name : card.label);
         QDir().mkpath(dir);
-        QStringList options{"-o", card.readOnly ? "ro" : "rw+", card.image, dir};
-        if (!run(QStringLiteral("fusefat"), options))
+        auto fuse = std::make_shared<QProcess>();
+        fuse->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        fuse->start(QStringLiteral("fusefat"),
+                    {"-f", "-o", card.readOnly ? "ro" : "rw+", card.image, dir});
+        if (!fuse->waitForStarted(20000))
             return QString();
+        QElapsedTimer clock;
+        clock.start();
+        while (!isMounted(dir)) {
+            if (fuse->state() == QProcess::NotRunning || clock.elapsed() > 20000) {
+                fuse->kill();
+                fuse->waitForFinished(5000);
+                return QString();
+            }
+            QThread::msleep(20);
+        }
+        card.fuse = std::move(fuse);
         card.mountPoint = dir;
         return dir;
     }
@@ -171,6 +207,9 @@ private:
     {
         if (!run(QStringLiteral("fusermount"), {"-u", card.mountPoint}))
             return false;
+        if (card.fuse && !card.fuse->waitForFinished(20000))
+            return false;
+        card.fuse.reset();
         QDir().rmdir(card.mountPoint);
         card.mountPoint.clear();
         return true;
@@ -181,10 +220,7 @@ private:
         const QVariantList args = message.arguments();
         if (message.member() == QLatin1String("AddCard") && args.size() == 5) {
             Card card{args[0].toString(), args[1].toString(), QString(), args[2].toString(),
-                      args[3].toBool(),   args[4].toBool(),   QString()};
-            QString output;
-            run(QStringLiteral("fatlabel"), {card.image}, &output);
-            card.label = output.trimmed();
+                      args[3].toBool(),   args[4].toBool(),   QString(), nullptr};
             m_cards.append(card);
             if (mount(m_cards.last()).isEmpty())
                 return message.createErrorReply(QStringLiteral("org.kavro.Error"), "mount failed");

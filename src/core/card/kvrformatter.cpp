@@ -1,0 +1,7 @@
+#include "kvrformatter.h"
+
+namespace kavro {
+
+KVRFormatter::~KVRFormatter() = default;
+
+} // namespace kavro
