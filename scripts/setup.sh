@@ -11,6 +11,7 @@ packages=(
     qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools qt6-webengine-dev
     xvfb xauth imagemagick fusefat dbus-daemon xdotool
     hyperfine valgrind libxml2-utils python3 time desktop-file-utils appstream help2man
+    xdg-utils cups printer-driver-cups-pdf poppler-utils
 )
 
 missing=()

@@ -5,6 +5,8 @@
 #include "common/preferences.h"
 #include "customwindow.h"
 #include "disks/udisks2disksource.h"
+#include "kvrcapturecommands.h"
+#include "kvrhelpcommands.h"
 #include "kvrloadingcontroller.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
@@ -152,6 +154,8 @@ void KVRAppDelegate::setupInitialValues()
     m_settingCommands =
         new KVRSettingCommands(m_window.get(), std::make_shared<UDisks2DiskSource>(), this);
     m_settingCommands->readSpeedUnit();
+    m_captureCommands = new KVRCaptureCommands(m_ui, m_player1.get(), this);
+    m_helpCommands = new KVRHelpCommands(m_window.get(), this);
     setupMenus();
 }
 
@@ -208,6 +212,8 @@ void KVRAppDelegate::connectControls()
             &KVRPlaybackControls::toggleAudioChoice);
     onClick(ui.swapButton, [this] { m_engine->swapPlayer(); });
     onClick(ui.fullScreenButton, [this] { toggleFullScreen(); });
+    onClick(ui.captureButton, [this] { m_captureCommands->captureVideo(); });
+    onClick(ui.printButton, [this] { m_captureCommands->print(); });
     onClick(ui.leaveFullScreenButton, [this] { m_window->leaveFullscreen(); });
     onClick(ui.recordButtonImageView, [this] { m_layout->clickMediaListViewButton(); });
     onClick(ui.informationButtonImageView, [this] { m_layout->clickMapViewButton(); });
@@ -252,6 +258,15 @@ void KVRAppDelegate::setupMenus()
     //% "&Clock..."
     add(qtTrId("main.menu.clock"), Qt::CTRL | Qt::SHIFT | Qt::Key_T,
         [cards] { cards->showTimeSetupPanel(); });
+    menu->addSeparator();
+    KVRCaptureCommands* capture = m_captureCommands;
+    //% "Save Picture..."
+    add(qtTrId("main.menu.capture"), Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+        [capture] { capture->captureVideo(); });
+    //% "&Print Picture..."
+    add(qtTrId("main.menu.print"), QKeySequence::Print, [capture] { capture->print(); });
+    //% "Export Frame as PDF..."
+    add(qtTrId("main.menu.export_pdf"), QKeySequence(), [capture] { capture->exportFramePdf(); });
     menu->addSeparator();
     //% "&Close Window"
     add(qtTrId("main.menu.close"), QKeySequence::Close, [this] { closeWindow(); });
@@ -304,6 +319,8 @@ void KVRAppDelegate::setupMenus()
     //% "Map"
     add(qtTrId("main.menu.map_view"), Qt::CTRL | Qt::Key_2,
         [this] { m_layout->clickMapViewButton(); });
+
+    m_helpCommands->addHelpMenu(bar);
 }
 
 void KVRAppDelegate::applicationDidFinishLaunching()
