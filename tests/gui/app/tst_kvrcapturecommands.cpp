@@ -4,9 +4,7 @@
 #include "appfixture.h"
 #include "kvrcapturecommands.h"
 #include "kvrhelpcommands.h"
-#include "telemetry/kvraviwriter.h"
 
-#include <QBuffer>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QImageReader>
@@ -97,39 +95,30 @@ QRect inkBox(const QImage& page)
 // 126°59.4' E, and 0.5 g, -0.25 g, 1 g.
 bool writeSteadyRecording(const QString& path)
 {
-    KVRAviWriter::Layout layout;
-    layout.video.width = 320;
-    layout.video.height = 180;
-    layout.video.fpsNumerator = 10;
-    KVRAviWriter writer(layout);
-    bool ok = writer.open(path);
     const QByteArray nmea =
         "$GPRMC,081236.00,A,3733.5000,N,12659.4000,E,30.78,90.0,160525,,,A*6C\r\n"
         "$GPGGA,081236.00,3733.5000,N,12659.4000,E,1,08,0.9,50.0,M,0.0,M,,*6A\r\n";
-    for (int frame = 0; frame < 40; ++frame) {
-        QImage image(320, 180, QImage::Format_RGB32);
-        image.fill(QColor(40, 90, 160));
-        QByteArray jpeg;
-        QBuffer buffer(&jpeg);
-        ok = ok && image.save(&buffer, "JPG") && writer.addVideoFrame(jpeg);
-        ok = ok && writer.addTelemetryRecord(_AVI_GSENSOR_DATA_T{
-                       171, std::uint32_t(100 * (frame + 1)), 128, -64, 256, 25});
-        if (frame % 10 == 0) {
-            _AVI_GPS_DATA_T gps = {};
-            gps.header = 205;
-            gps.nTimestamp = std::uint32_t(100 * (frame + 1));
-            gps.nLen = std::uint32_t(nmea.size());
-            gps.fLatitude = 3733.5;
-            gps.fLongitude = 12659.4;
-            gps.fSpeed = 57;
-            gps.NS = 'N';
-            gps.EW = 'E';
-            gps.KM = '9';
-            std::memcpy(gps.RawData, nmea.constData(), std::size_t(nmea.size()));
-            ok = ok && writer.addTelemetryRecord(gps);
-        }
-    }
-    return writer.close() && ok;
+    const auto records = [&nmea](KVRAviWriter& writer, int frame) {
+        const auto stamp = std::uint32_t(100 * (frame + 1));
+        if (!writer.addTelemetryRecord(_AVI_GSENSOR_DATA_T{171, stamp, 128, -64, 256, 25}))
+            return false;
+        if (frame % 10 != 0)
+            return true;
+        _AVI_GPS_DATA_T gps = {};
+        gps.header = 205;
+        gps.nTimestamp = stamp;
+        gps.nLen = std::uint32_t(nmea.size());
+        gps.fLatitude = 3733.5;
+        gps.fLongitude = 12659.4;
+        gps.fSpeed = 57;
+        gps.NS = 'N';
+        gps.EW = 'E';
+        gps.KM = '9';
+        std::memcpy(gps.RawData, nmea.constData(), std::size_t(nmea.size()));
+        return writer.addTelemetryRecord(gps);
+    };
+    return writePlainRecording(
+        path, QSize(320, 180), 40, [](int) { return QColor(40, 90, 160); }, records);
 }
 
 } // namespace
