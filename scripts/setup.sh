@@ -13,6 +13,7 @@ packages=(
     hyperfine valgrind libxml2-utils python3 time desktop-file-utils appstream help2man
     fonts-nanum lintian
     clang libclang-rt-14-dev
+    xdg-utils cups printer-driver-cups-pdf poppler-utils
 )
 
 missing=()

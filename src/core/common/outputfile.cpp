@@ -131,6 +131,10 @@ bool OutputFile::open(const QString& path, Rule rule)
         m_target = current;
         return openInPlace(current, O_CREAT | O_EXCL);
     }
+    if (rule == Rule::FreshPrivate) {
+        m_target = current;
+        return openFreshPrivate(current);
+    }
 
     for (int hop = 0;; ++hop) {
         if (hop > MaxLinkHops)
@@ -198,9 +202,9 @@ bool OutputFile::failToOpen(int code, const QString& what)
     return failWith(code);
 }
 
-bool OutputFile::openInPlace(const QByteArray& target, int flags)
+bool OutputFile::openInPlace(const QByteArray& target, int flags, mode_t mode)
 {
-    const int fd = ::open(target.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags, 0666);
+    const int fd = ::open(target.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags, mode);
     if (fd < 0)
         return failToOpen(errno, QFile::decodeName(target));
     m_fd = fd;
@@ -208,6 +212,23 @@ bool OutputFile::openInPlace(const QByteArray& target, int flags)
     if (flags & O_EXCL)
         m_temporary = target; // made by us: removed again if the write fails
     return true;
+}
+
+bool OutputFile::openFreshPrivate(const QByteArray& target)
+{
+    struct stat info = {};
+    if (::lstat(target.constData(), &info) == 0) {
+        // Another user may have planted a link or a file of theirs here to catch what we write.
+        if (!S_ISREG(info.st_mode) || info.st_uid != ::geteuid())
+            return failWith(EEXIST, QStringLiteral("%1 is not a file of this user's; left as it is")
+                                        .arg(QFile::decodeName(target)));
+        if (::unlink(target.constData()) != 0 && errno != ENOENT)
+            return failWith(errno);
+    } else if (errno != ENOENT) {
+        return failWith(errno);
+    }
+    // Whatever appears between the removal and here is refused, a link included.
+    return openInPlace(target, O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
 }
 
 bool OutputFile::openTemporary(const QByteArray& target)

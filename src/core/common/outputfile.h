@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <sys/types.h>
+
 namespace kavro {
 
 // The one way the program writes a file. What happens depends on what the path names:
@@ -31,6 +33,10 @@ public:
         KeepTail,
         // Made afresh; an existing file (or link) is never replaced.
         CreateNew,
+        // Made afresh and readable by its owner only, for a fixed name in a folder everyone may
+        // write to: a regular file of this user's own is removed first; a link, or anything
+        // someone else owns, is refused and left as it is.
+        FreshPrivate,
     };
 
     OutputFile() = default;
@@ -73,7 +79,8 @@ private:
     // Opening failed: a refusal to write names the file or folder that refused.
     bool failToOpen(int code, const QString& what);
     bool openTemporary(const QByteArray& target);
-    bool openInPlace(const QByteArray& target, int flags);
+    bool openInPlace(const QByteArray& target, int flags, mode_t mode = 0666);
+    bool openFreshPrivate(const QByteArray& target);
     void closeFd();
 
     Kind m_kind = Kind::None;

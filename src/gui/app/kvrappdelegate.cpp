@@ -6,6 +6,8 @@
 #include "customwindow.h"
 #include "disks/udisks2disksource.h"
 #include "kvrlanguagemenu.h"
+#include "kvrcapturecommands.h"
+#include "kvrhelpcommands.h"
 #include "kvrloadingcontroller.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
@@ -153,6 +155,8 @@ void KVRAppDelegate::setupInitialValues()
     m_settingCommands =
         new KVRSettingCommands(m_window.get(), std::make_shared<UDisks2DiskSource>(), this);
     m_settingCommands->readSpeedUnit();
+    m_captureCommands = new KVRCaptureCommands(m_ui, m_player1.get(), this);
+    m_helpCommands = new KVRHelpCommands(m_window.get(), this);
     setupMenus();
 }
 
@@ -209,6 +213,8 @@ void KVRAppDelegate::connectControls()
             &KVRPlaybackControls::toggleAudioChoice);
     onClick(ui.swapButton, [this] { m_engine->swapPlayer(); });
     onClick(ui.fullScreenButton, [this] { toggleFullScreen(); });
+    onClick(ui.captureButton, [this] { m_captureCommands->captureVideo(); });
+    onClick(ui.printButton, [this] { m_captureCommands->print(); });
     onClick(ui.leaveFullScreenButton, [this] { m_window->leaveFullscreen(); });
     onClick(ui.recordButtonImageView, [this] { m_layout->clickMediaListViewButton(); });
     onClick(ui.informationButtonImageView, [this] { m_layout->clickMapViewButton(); });
@@ -253,6 +259,15 @@ void KVRAppDelegate::setupMenus()
     //% "&Clock..."
     add(qtTrId("main.menu.clock"), Qt::CTRL | Qt::SHIFT | Qt::Key_T,
         [cards] { cards->showTimeSetupPanel(); });
+    menu->addSeparator();
+    KVRCaptureCommands* capture = m_captureCommands;
+    //% "Save Picture..."
+    add(qtTrId("main.menu.capture"), Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+        [capture] { capture->captureVideo(); });
+    //% "&Print Picture..."
+    add(qtTrId("main.menu.print"), QKeySequence::Print, [capture] { capture->print(); });
+    //% "Export Frame as PDF..."
+    add(qtTrId("main.menu.export_pdf"), QKeySequence(), [capture] { capture->exportFramePdf(); });
     menu->addSeparator();
     //% "&Close Window"
     add(qtTrId("main.menu.close"), QKeySequence::Close, [this] { closeWindow(); });
@@ -307,6 +322,8 @@ void KVRAppDelegate::setupMenus()
         [this] { m_layout->clickMapViewButton(); });
     menu->addSeparator();
     new KVRLanguageMenu(menu, m_window.get(), this);
+
+    m_helpCommands->addHelpMenu(bar);
 }
 
 void KVRAppDelegate::applicationDidFinishLaunching()

@@ -12,6 +12,8 @@
 namespace kavro {
 
 class CustomWindow;
+class KVRCaptureCommands;
+class KVRHelpCommands;
 class KVRLoadingController;
 class KVRMapView;
 class KVRMediaListTableModel;
@@ -69,6 +71,9 @@ public:
     KVRTelemetryDisplay* telemetryDisplay() const { return m_telemetryDisplay; }
     // The settings and clock windows, and the camera's speed unit read at start-up.
     KVRSettingCommands* settingCommands() const { return m_settingCommands; }
+    // Saving, printing and exporting the main picture.
+    KVRCaptureCommands* captureCommands() const { return m_captureCommands; }
+    KVRHelpCommands* helpCommands() const { return m_helpCommands; }
     // The camera's speed unit as read from the card at start-up: true for miles.
     bool mileDisplay() const;
     VLCMediaPlayer* player1() const { return m_player1.get(); }
@@ -109,6 +114,8 @@ private:
     KVRMapView* m_mapWebView = nullptr;
     KVRTelemetryDisplay* m_telemetryDisplay = nullptr;
     KVRSettingCommands* m_settingCommands = nullptr;
+    KVRCaptureCommands* m_captureCommands = nullptr;
+    KVRHelpCommands* m_helpCommands = nullptr;
     QStringList m_columnNames;
     bool m_died = false;
     bool m_windowPainted = false;

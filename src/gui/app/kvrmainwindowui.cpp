@@ -340,6 +340,11 @@ void KVRMainWindowUI::setupMediaControlBox()
     //% "Full screen"
     fullScreenButton = imageButton(p, "fullScreenButton", QStringLiteral("fullscreen_n"),
                                    qtTrId("main.full_screen"));
+    //% "Save the picture"
+    captureButton =
+        imageButton(p, "captureButton", QStringLiteral("capture_n"), qtTrId("main.capture"));
+    //% "Print the picture"
+    printButton = imageButton(p, "printButton", QStringLiteral("print_n"), qtTrId("main.print"));
 
     const auto addGroup = [buttons](std::initializer_list<QWidget*> group, int spacingAfter) {
         for (QWidget* widget : group)
@@ -351,6 +356,7 @@ void KVRMainWindowUI::setupMediaControlBox()
     addGroup({speedDownButton, speedTextButton, speedUpButton}, 8);
     addGroup({sizeDownButton, sizeTextButton, sizeUpButton}, 0);
     buttons->addStretch(1);
+    addGroup({captureButton, printButton}, 14);
     addGroup({audioToggleButton, swapButton}, 14);
     addGroup({volumeDownButton, volumeSlider, volumeUpButton}, 14);
     buttons->addWidget(fullScreenButton);

@@ -71,6 +71,8 @@ struct KVRMainWindowUI
     QSlider* volumeSlider = nullptr;
     TKImageButton* volumeUpButton = nullptr;
     TKImageButton* fullScreenButton = nullptr;
+    TKImageButton* captureButton = nullptr;
+    TKImageButton* printButton = nullptr;
     KVRPositionSlider* videoPositionSlider = nullptr;
     // "mm:ss / mm:ss": elapsed and total time of the recording.
     QLabel* playTimeField = nullptr;

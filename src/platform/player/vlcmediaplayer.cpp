@@ -53,16 +53,6 @@ VLCMediaPlayerState stateFromLibVLC(libvlc_state_t state)
     return VLCMediaPlayerStateStopped;
 }
 
-QByteArray imageFormatForPath(const QString& path)
-{
-    const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
-    if (suffix == "jpg" || suffix == "jpeg")
-        return "jpeg";
-    if (!suffix.isEmpty() && QImageWriter::supportedImageFormats().contains(suffix))
-        return suffix;
-    return "png";
-}
-
 } // namespace
 
 VLCMediaPlayer::VLCMediaPlayer(VLCVideoView* videoView, QObject* parent)
@@ -292,17 +282,27 @@ QImage VLCMediaPlayer::lastFrame() const
     return m_frames->lastFrame();
 }
 
-bool VLCMediaPlayer::saveVideoSnapshotAt(const QString& path, int width, int height)
+QByteArray VLCMediaPlayer::imageFormatForPath(const QString& path)
+{
+    const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
+    if (suffix == "jpg" || suffix == "jpeg")
+        return "jpeg";
+    if (!suffix.isEmpty() && QImageWriter::supportedImageFormats().contains(suffix))
+        return suffix;
+    return "png";
+}
+
+QByteArray VLCMediaPlayer::videoSnapshot(const QByteArray& format, int width, int height) const
 {
     const int maxSide = int(VLCFrameBuffer::kMaxSide);
     if (width < 0 || height < 0 || width > maxSide || height > maxSide) {
         qCWarning(lcVlcPlayer, "refusing a snapshot of %dx%d pixels", width, height);
-        return false;
+        return {};
     }
     QImage frame = m_frames->copyFrontFrame();
     if (frame.isNull()) {
-        qCDebug(lcVlcPlayer) << "no picture to save to" << path;
-        return false;
+        qCDebug(lcVlcPlayer) << "no picture for a snapshot";
+        return {};
     }
     if (width > 0 && height > 0)
         frame = frame.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -314,11 +314,19 @@ bool VLCMediaPlayer::saveVideoSnapshotAt(const QString& path, int width, int hei
     QByteArray encoded;
     QBuffer buffer(&encoded);
     buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, imageFormatForPath(path));
+    QImageWriter writer(&buffer, format);
     if (!writer.write(frame)) {
         qCWarning(lcVlcPlayer) << "cannot encode the snapshot:" << writer.errorString();
-        return false;
+        return {};
     }
+    return encoded;
+}
+
+bool VLCMediaPlayer::saveVideoSnapshotAt(const QString& path, int width, int height)
+{
+    const QByteArray encoded = videoSnapshot(imageFormatForPath(path), width, height);
+    if (encoded.isEmpty())
+        return false;
     QString error;
     if (!writeFile(path, encoded, &error)) {
         qCWarning(lcVlcPlayer) << "cannot write the snapshot" << path << error;

@@ -85,6 +85,12 @@ public:
     // and height 0 keep the video's size; one of them 0 keeps its aspect ratio. The old file stays
     // when the write fails; false then, and when there is no frame.
     bool saveVideoSnapshotAt(const QString& path, int width, int height);
+    // The displayed frame encoded in the given image format, sized as above; empty when there
+    // is no frame. For a caller that writes the file by a rule of its own.
+    QByteArray videoSnapshot(const QByteArray& format, int width, int height) const;
+    // The image format a file name asks for by its extension: "jpeg", another format Qt writes,
+    // else "png".
+    static QByteArray imageFormatForPath(const QString& path);
 
 signals:
     void mediaPlayerStateChanged(kavro::VLCMediaPlayer* player);

@@ -1004,5 +1004,77 @@
         <source>Its former settings file is kept in %1.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="main.menu.capture">
+        <source>Save Picture...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.print">
+        <source>&amp;Print Picture...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.export_pdf">
+        <source>Export Frame as PDF...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.pdf.file">
+        <source>File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.pdf.date">
+        <source>Date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.pdf.time">
+        <source>Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.pdf.position">
+        <source>Position</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.export_pdf.title">
+        <source>Export Frame as PDF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.export_pdf_failed">
+        <source>The PDF could not be written to %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.help">
+        <source>&amp;Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.shortcuts">
+        <source>Keyboard Shortcuts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.menu.about">
+        <source>About KAVRO Viewer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.shortcuts.command">
+        <source>Command</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.shortcuts.key">
+        <source>Key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.about.version">
+        <source>KAVRO Viewer %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.about.licences">
+        <source>A viewer and card manager for the KAVRO dash camera.&lt;br&gt;&lt;br&gt;The map page uses %1, under the BSD 2-Clause licence (see Show Details).&lt;br&gt;Map data &amp;copy; OpenStreetMap contributors, under the Open Database License (ODbL).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.capture">
+        <source>Save the picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="main.print">
+        <source>Print the picture</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1007,5 +1007,77 @@
         <source>Its former settings file is kept in %1.</source>
         <translation>이전 설정 파일은 %1에 보관되어 있습니다.</translation>
     </message>
+    <message id="main.menu.capture">
+        <source>Save Picture...</source>
+        <translation>화면 저장...</translation>
+    </message>
+    <message id="main.menu.print">
+        <source>&amp;Print Picture...</source>
+        <translation>화면 인쇄(&amp;P)...</translation>
+    </message>
+    <message id="main.menu.export_pdf">
+        <source>Export Frame as PDF...</source>
+        <translation>PDF로 화면 내보내기...</translation>
+    </message>
+    <message id="main.pdf.file">
+        <source>File</source>
+        <translation>파일</translation>
+    </message>
+    <message id="main.pdf.date">
+        <source>Date</source>
+        <translation>날짜</translation>
+    </message>
+    <message id="main.pdf.time">
+        <source>Time</source>
+        <translation>시간</translation>
+    </message>
+    <message id="main.pdf.position">
+        <source>Position</source>
+        <translation>위치</translation>
+    </message>
+    <message id="main.export_pdf.title">
+        <source>Export Frame as PDF</source>
+        <translation>PDF로 화면 내보내기</translation>
+    </message>
+    <message id="msg.export_pdf_failed">
+        <source>The PDF could not be written to %1: %2</source>
+        <translation>PDF 파일을 %1에 저장하지 못했습니다: %2</translation>
+    </message>
+    <message id="main.menu.help">
+        <source>&amp;Help</source>
+        <translation>도움말(&amp;H)</translation>
+    </message>
+    <message id="main.menu.shortcuts">
+        <source>Keyboard Shortcuts</source>
+        <translation>단축키</translation>
+    </message>
+    <message id="main.menu.about">
+        <source>About KAVRO Viewer</source>
+        <translation>KAVRO Viewer 정보</translation>
+    </message>
+    <message id="main.shortcuts.command">
+        <source>Command</source>
+        <translation>기능</translation>
+    </message>
+    <message id="main.shortcuts.key">
+        <source>Key</source>
+        <translation>키</translation>
+    </message>
+    <message id="main.about.version">
+        <source>KAVRO Viewer %1</source>
+        <translation>KAVRO Viewer %1</translation>
+    </message>
+    <message id="main.about.licences">
+        <source>A viewer and card manager for the KAVRO dash camera.&lt;br&gt;&lt;br&gt;The map page uses %1, under the BSD 2-Clause licence (see Show Details).&lt;br&gt;Map data &amp;copy; OpenStreetMap contributors, under the Open Database License (ODbL).</source>
+        <translation>KAVRO 블랙박스의 영상 재생 및 SD 카드 관리 프로그램입니다.&lt;br&gt;&lt;br&gt;지도 화면에는 %1이(가) 쓰이며 BSD 2-Clause 라이선스를 따릅니다(자세한 내용 참조).&lt;br&gt;지도 데이터 &amp;copy; OpenStreetMap 기여자, ODbL(Open Database License) 라이선스.</translation>
+    </message>
+    <message id="main.capture">
+        <source>Save the picture</source>
+        <translation>화면 저장</translation>
+    </message>
+    <message id="main.print">
+        <source>Print the picture</source>
+        <translation>화면 인쇄</translation>
+    </message>
 </context>
 </TS>

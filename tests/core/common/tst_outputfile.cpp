@@ -184,6 +184,61 @@ private slots:
         QCOMPARE(test::readFile(clock), QByteArray("2026/11/24 08:00:00 and a tail"));
     }
 
+    // The fixed snapshot name in a shared folder: what is there decides whether it is written.
+    void freshPrivateFile_data()
+    {
+        QTest::addColumn<QString>("planted"); // none, own, link, dangling, other, folder
+        QTest::addColumn<bool>("written");
+        QTest::newRow("nothing there") << "none" << true;
+        QTest::newRow("own earlier snapshot") << "own" << true;
+        QTest::newRow("link to a victim") << "link" << false;
+        QTest::newRow("dangling link") << "dangling" << false;
+        QTest::newRow("another user's file") << "other" << false;
+        QTest::newRow("folder") << "folder" << false;
+    }
+
+    void freshPrivateFile()
+    {
+        QFETCH(QString, planted);
+        QFETCH(bool, written);
+        QTemporaryDir dir;
+        const QString path = dir.filePath("kavro_capture.jpg");
+        const QString victim = dir.filePath("victim");
+        QVERIFY(test::writeFile(victim, "precious"));
+        if (planted == "own") {
+            QVERIFY(test::writeFile(path, "old snapshot, longer than the new one"));
+            QVERIFY(::chmod(QFile::encodeName(path), 0666) == 0);
+        } else if (planted == "link") {
+            QVERIFY(QFile::link(victim, path));
+        } else if (planted == "dangling") {
+            QVERIFY(QFile::link(dir.filePath("not-yet"), path));
+        } else if (planted == "other") {
+            if (::geteuid() != 0)
+                QSKIP("only root can give a file to another user");
+            QVERIFY(test::writeFile(path, "theirs"));
+            QVERIFY(::chown(QFile::encodeName(path), 65534, 65534) == 0);
+        } else if (planted == "folder") {
+            QVERIFY(QDir(dir.path()).mkdir("kavro_capture.jpg"));
+        }
+        const QFileInfo before(path);
+
+        QString error;
+        QCOMPARE(writeFile(path, "new", &error, Rule::FreshPrivate), written);
+        QCOMPARE(test::readFile(victim), QByteArray("precious"));
+        QVERIFY(!QFileInfo::exists(dir.filePath("not-yet")));
+        struct stat after = {};
+        QCOMPARE(::lstat(QFile::encodeName(path), &after), 0);
+        if (written) {
+            QCOMPARE(test::readFile(path), QByteArray("new"));
+            QCOMPARE(after.st_mode & 07777, mode_t(0600));
+            QCOMPARE(after.st_uid, ::geteuid());
+        } else {
+            QVERIFY2(!error.isEmpty(), "a refusal says why");
+            QCOMPARE(QFileInfo(path).isSymLink(), before.isSymLink());
+            QCOMPARE(QFileInfo(path).ownerId(), before.ownerId());
+        }
+    }
+
     // A card that loop recording filled still takes a settings file of the same size, written
     // in place; a write-protected one keeps the old file. Real FAT images, mounted with fusefat.
     void fullAndWriteProtectedCards_data()

@@ -20,6 +20,7 @@
 #include "resources/kavroresources.h"
 #include "resources/translations/infoplisttranslator.h"
 #include "telemetry/graphview.h"
+#include "telemetry/kvraviwriter.h"
 #include "testsupport.h"
 #include "timecode.h"
 #include "widgets/custombackgroundbox.h"
@@ -28,6 +29,7 @@
 #include "widgets/tkthreepartimageview.h"
 #include "widgets/tkvideobackgroundimageview.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -37,6 +39,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -95,6 +98,28 @@ struct TinyCard
         return QDir(root).filePath(plan->relativePath(recording, rear));
     }
 };
+
+// A front recording of plain MJPG frames at 10 frames a second, each frame coloured by colour and
+// followed by the telemetry records addRecords writes for it.
+inline bool writePlainRecording(const QString& path, QSize size, int frames,
+                                const std::function<QColor(int frame)>& colour,
+                                const std::function<bool(KVRAviWriter&, int frame)>& addRecords)
+{
+    KVRAviWriter::Layout layout;
+    layout.video.width = std::uint32_t(size.width());
+    layout.video.height = std::uint32_t(size.height());
+    layout.video.fpsNumerator = 10;
+    KVRAviWriter writer(layout);
+    bool ok = writer.open(path);
+    for (int frame = 0; ok && frame < frames; ++frame) {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(colour(frame));
+        QByteArray jpeg;
+        QBuffer buffer(&jpeg);
+        ok = image.save(&buffer, "JPG") && writer.addVideoFrame(jpeg) && addRecords(writer, frame);
+    }
+    return writer.close() && ok;
+}
 
 // The frame number a picture carries, or nothing when it has no readable time code.
 inline std::optional<int> frameNumber(const QImage& image)

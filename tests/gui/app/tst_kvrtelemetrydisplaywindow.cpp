@@ -3,11 +3,9 @@
 
 #include "appfixture.h"
 #include "kvrtelemetrydisplay.h"
-#include "telemetry/kvraviwriter.h"
 
 #include "../map/mappagetest.h"
 
-#include <QBuffer>
 #include <QPainter>
 #include <QRegularExpression>
 
@@ -28,22 +26,12 @@ double shownNumber(const QString& text)
 // A two-second MJPG front recording with G-sensor samples and no GPS record.
 bool writeRecordingWithoutGps(const QString& path)
 {
-    KVRAviWriter::Layout layout;
-    layout.video.width = 160;
-    layout.video.height = 96;
-    layout.video.fpsNumerator = 10;
-    KVRAviWriter writer(layout);
-    bool ok = writer.open(path);
-    for (int frame = 0; frame < 20; ++frame) {
-        QImage image(160, 96, QImage::Format_RGB32);
-        image.fill(QColor::fromHsv(frame * 18, 200, 200));
-        QByteArray jpeg;
-        QBuffer buffer(&jpeg);
-        ok = ok && image.save(&buffer, "JPG") && writer.addVideoFrame(jpeg);
-        ok = ok && writer.addTelemetryRecord(_AVI_GSENSOR_DATA_T{
-                       171, std::uint32_t(100 * (frame + 1)), frame * 8, 0, 256, 25});
-    }
-    return writer.close() && ok;
+    return writePlainRecording(
+        path, QSize(160, 96), 20, [](int frame) { return QColor::fromHsv(frame * 18, 200, 200); },
+        [](KVRAviWriter& writer, int frame) {
+            return writer.addTelemetryRecord(
+                _AVI_GSENSOR_DATA_T{171, std::uint32_t(100 * (frame + 1)), frame * 8, 0, 256, 25});
+        });
 }
 
 } // namespace
