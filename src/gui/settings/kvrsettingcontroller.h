@@ -19,6 +19,7 @@ namespace kavro {
 
 class KVRSegmentedControl;
 class KVRSettingControllerDelegate;
+class KVRSettingForFlashDataViewController;
 class KVRSettingLoadingSheet;
 
 // The settings window: finds the camera's card, reads its config.bin into one record, shows one
@@ -73,7 +74,7 @@ public:
     void onSaveDefaultSetting();
     void onFormat();
     void onDiskUtil();
-    QWidget* createDriveInfoController();
+    KVRSettingForFlashDataViewController* createDriveInfoController();
 
     // The path the drive-records page is to read, empty when the card has none.
     QString driveInfoFilePath() const;
@@ -107,7 +108,7 @@ private:
     int m_lastSelectedTabIndex = -1;
     QPointer<QWidget> m_targetController;
     QScrollArea* m_targetView = nullptr;
-    QWidget* m_driveInfoController = nullptr;
+    KVRSettingForFlashDataViewController* m_driveInfoController = nullptr;
     KVRSegmentedControl* m_functionSegmentedControl = nullptr;
     QPushButton* m_sdcardFormatButton = nullptr;
     QPushButton* m_diskUtilButton = nullptr;
