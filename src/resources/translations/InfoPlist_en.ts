@@ -368,7 +368,8 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="msg.saved">
-        <source>The settings were saved.</source>
+        <source>The file was saved.</source>
+        <oldsource>The settings were saved.</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="msg.format_not_available">
@@ -942,6 +943,34 @@
     </message>
     <message id="time.filesave">
         <source>The clock file was saved. Put the card into the camera to set its clock.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="open">
+        <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="export">
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.flashdata.warning">
+        <source>The card holds no drive records (DrvInfo/kavro_000.drv). Open a .drv file instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.flashdata.open_title">
+        <source>Open Drive Records</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.flashdata_read_fail">
+        <source>The drive records could not be read from %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.flashdata.export_title">
+        <source>Export Drive Records</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.flashdata_write_fail">
+        <source>The file could not be written: %1</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

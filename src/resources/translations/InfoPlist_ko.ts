@@ -368,8 +368,8 @@
         <translation>카드에 쓸 수 없습니다. 쓰기 방지되었거나 가득 찼거나 분리되었을 수 있습니다.</translation>
     </message>
     <message id="msg.saved">
-        <source>The settings were saved.</source>
-        <translation>설정을 저장했습니다.</translation>
+        <source>The file was saved.</source>
+        <translation>파일을 저장했습니다.</translation>
     </message>
     <message id="msg.format_not_available">
         <source>Formatting the card is not available in this version yet.</source>
@@ -942,6 +942,34 @@
     <message id="time.filesave">
         <source>The clock file was saved. Put the card into the camera to set its clock.</source>
         <translation>시간 설정 파일을 저장했습니다. 카드를 카메라에 넣으면 카메라 시계가 맞춰집니다.</translation>
+    </message>
+    <message id="open">
+        <source>Open</source>
+        <translation>열기</translation>
+    </message>
+    <message id="export">
+        <source>Export</source>
+        <translation>내보내기</translation>
+    </message>
+    <message id="setting.flashdata.warning">
+        <source>The card holds no drive records (DrvInfo/kavro_000.drv). Open a .drv file instead.</source>
+        <translation>카드에 주행 기록이 없습니다(DrvInfo/kavro_000.drv). 다른 .drv 파일을 열어 주세요.</translation>
+    </message>
+    <message id="setting.flashdata.open_title">
+        <source>Open Drive Records</source>
+        <translation>주행 기록 열기</translation>
+    </message>
+    <message id="msg.flashdata_read_fail">
+        <source>The drive records could not be read from %1.</source>
+        <translation>%1에서 주행 기록을 읽을 수 없습니다.</translation>
+    </message>
+    <message id="setting.flashdata.export_title">
+        <source>Export Drive Records</source>
+        <translation>주행 기록 내보내기</translation>
+    </message>
+    <message id="msg.flashdata_write_fail">
+        <source>The file could not be written: %1</source>
+        <translation>파일을 저장할 수 없습니다: %1</translation>
     </message>
 </context>
 </TS>
