@@ -58,8 +58,16 @@ void KVRSettingForFlashDataViewController::awakeFromNib()
     m_tableView->verticalHeader()->hide();
     m_tableView->verticalHeader()->setDefaultSectionSize(
         QFontMetrics(KVRFlashDataTableModel::cellFont()).height() + 4);
-    for (int column = 0; column < FlashDataColumnCount; ++column)
-        m_tableView->horizontalHeader()->resizeSection(column, flashDataColumns()[column].width);
+    // The widths are in points, like the cells' font size, and never narrower than a cell's
+    // digits: the coordinates would be cut short at their given widths.
+    const double pixelsPerPoint = m_tableView->logicalDpiX() / 72.0;
+    const QFontMetrics cellMetrics(KVRFlashDataTableModel::cellFont());
+    for (int column = 0; column < FlashDataColumnCount; ++column) {
+        const int digits = cellMetrics.horizontalAdvance(flashDataCellText(column, {}, 0));
+        m_tableView->horizontalHeader()->resizeSection(
+            column, std::max(qRound(flashDataColumns()[column].width * pixelsPerPoint),
+                             digits + 3 * cellMetrics.averageCharWidth()));
+    }
     // A double-click below the last row is told apart from one on a row; the view's own
     // doubleClicked signal knows rows only.
     m_tableView->viewport()->installEventFilter(this);
