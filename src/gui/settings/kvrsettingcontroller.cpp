@@ -2,6 +2,7 @@
 
 #include "card/alertsheet.h"
 #include "card/cardrules.h"
+#include "card/filepanel.h"
 #include "kvrsegmentedcontrol.h"
 #include "kvrsettingforaudioviewcontroller.h"
 #include "kvrsettingforauxviewcontroller.h"
@@ -405,18 +406,10 @@ void KVRSettingController::onSave()
         writeTo(*path);
         return;
     }
-    auto* panel =
-        new QFileDialog(this, QStringLiteral("Save Settings"),
-                        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    panel->setObjectName(QStringLiteral("savePanel"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->setFileMode(QFileDialog::AnyFile);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->selectFile(QString::fromLatin1(SettingFileName));
-    panel->setWindowModality(Qt::WindowModal);
+    QFileDialog* panel =
+        openFilePanel(this, QFileDialog::AcceptSave, QStringLiteral("Save Settings"), QString(),
+                      QString::fromLatin1(SettingFileName));
     connect(panel, &QFileDialog::fileSelected, this, &KVRSettingController::writeTo);
-    panel->open();
 }
 
 void KVRSettingController::writeTo(const QString& path)

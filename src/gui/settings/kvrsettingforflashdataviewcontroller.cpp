@@ -1,6 +1,7 @@
 #include "kvrsettingforflashdataviewcontroller.h"
 
 #include "card/alertsheet.h"
+#include "card/filepanel.h"
 #include "kvrflashdatatablemodel.h"
 #include "kvrsettingcontroller.h"
 #include "kvrsettingloadingsheet.h"
@@ -15,7 +16,6 @@
 #include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTableView>
 #include <QTimer>
 #include <QtConcurrent>
@@ -129,25 +129,19 @@ void KVRSettingForFlashDataViewController::openFileDialog()
     m_mapWindowController.reset();
     if (m_busy)
         return;
-    const QString folder = m_FlashDataFilePath.isEmpty()
-                               ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
-                               : QFileInfo(m_FlashDataFilePath).absolutePath();
+    // Another file is most likely beside the last one.
+    const QString folder =
+        m_FlashDataFilePath.isEmpty() ? QString() : QFileInfo(m_FlashDataFilePath).absolutePath();
     //% "Open Drive Records"
-    auto* panel = new QFileDialog(settingWindow(), qtTrId("setting.flashdata.open_title"), folder);
-    panel->setObjectName(QStringLiteral("openPanel"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setAcceptMode(QFileDialog::AcceptOpen);
-    panel->setFileMode(QFileDialog::ExistingFile);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->setNameFilter(QStringLiteral("*.drv"));
-    panel->setWindowModality(Qt::WindowModal);
+    QFileDialog* panel = openFilePanel(settingWindow(), QFileDialog::AcceptOpen,
+                                       qtTrId("setting.flashdata.open_title"),
+                                       QStringLiteral("drv"), QString(), folder);
     connect(panel, &QFileDialog::filesSelected, this, [this](const QStringList& files) {
         if (files.isEmpty())
             return;
         m_FlashDataFilePath = files.constLast();
         loadFlashDataFile();
     });
-    panel->open();
 }
 
 void KVRSettingForFlashDataViewController::loadFlashDataFile()
@@ -225,21 +219,11 @@ void KVRSettingForFlashDataViewController::onSaveCSVFile()
     if (flashDataNum() == 0 || m_busy)
         return;
     //% "Export Drive Records"
-    auto* panel =
-        new QFileDialog(settingWindow(), qtTrId("setting.flashdata.export_title"),
-                        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    panel->setObjectName(QStringLiteral("savePanel"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->setFileMode(QFileDialog::AnyFile);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->setNameFilter(QStringLiteral("*.csv"));
-    panel->setDefaultSuffix(QStringLiteral("csv"));
-    panel->selectFile(QStringLiteral("kavro_000"));
-    panel->setWindowModality(Qt::WindowModal);
+    QFileDialog* panel = openFilePanel(settingWindow(), QFileDialog::AcceptSave,
+                                       qtTrId("setting.flashdata.export_title"),
+                                       QStringLiteral("csv"), QStringLiteral("kavro_000"));
     connect(panel, &QFileDialog::fileSelected, this,
             &KVRSettingForFlashDataViewController::doWriteCSVFile);
-    panel->open();
 }
 
 void KVRSettingForFlashDataViewController::doWriteCSVFile(const QString& path)
