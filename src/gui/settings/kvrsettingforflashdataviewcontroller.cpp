@@ -173,16 +173,26 @@ void KVRSettingForFlashDataViewController::finishLoading(bool read, const KVRFla
 {
     if (read)
         m_model->setFlashData(data);
-    if (KVRSettingController* controller = mainController())
-        controller->loadingSheet()->hideLoading();
     m_busy = false;
-    if (!read) {
-        // The table keeps what it showed.
-        //% "The drive records could not be read from %1."
-        showAlert(
-            settingWindow(), QStringLiteral("KAVRO"),
-            qtTrId("msg.flashdata_read_fail").arg(QDir::toNativeSeparators(m_FlashDataFilePath)));
+    if (read) {
+        if (KVRSettingController* controller = mainController())
+            controller->loadingSheet()->hideLoading();
+        return;
     }
+    // The table keeps what it showed; the message follows the sheet rather than stacking on it.
+    //% "The drive records could not be read from %1."
+    const QString message =
+        qtTrId("msg.flashdata_read_fail").arg(QDir::toNativeSeparators(m_FlashDataFilePath));
+    const auto tell = [this, message] {
+        showAlert(settingWindow(), QStringLiteral("KAVRO"), message);
+    };
+    KVRSettingController* controller = mainController();
+    if (!controller || !controller->loadingSheet()->isVisible()) {
+        tell();
+        return;
+    }
+    connect(controller->loadingSheet(), &QDialog::finished, this, tell, Qt::SingleShotConnection);
+    controller->loadingSheet()->hideLoading();
 }
 
 bool KVRSettingForFlashDataViewController::eventFilter(QObject* watched, QEvent* event)
