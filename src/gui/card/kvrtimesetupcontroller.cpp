@@ -2,6 +2,7 @@
 
 #include "card/alertsheet.h"
 #include "card/cardrules.h"
+#include "card/filepanel.h"
 #include "card/kvrdisksource.h"
 #include "card/timesetfile.h"
 #include "widgets/tkclockpicker.h"
@@ -17,7 +18,6 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QStandardPaths>
 #include <QTimeEdit>
 #include <QTimer>
 
@@ -191,20 +191,10 @@ void KVRTimeSetupController::nowDayChecked()
 
 void KVRTimeSetupController::openSavePanel()
 {
-    auto* panel = new QFileDialog(
-        this, QString(), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    panel->setObjectName(QStringLiteral("savePanel"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->setFileMode(QFileDialog::AnyFile);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->setNameFilter(QStringLiteral("*.cfg"));
-    panel->setDefaultSuffix(QStringLiteral("cfg"));
-    panel->selectFile(QString::fromLatin1(TimeSetFileName));
-    panel->setWindowModality(Qt::WindowModal);
+    QFileDialog* panel = openFilePanel(this, QFileDialog::AcceptSave, QString(),
+                                       QStringLiteral("cfg"), QString::fromLatin1(TimeSetFileName));
     // A cancelled panel writes nothing and says nothing.
     connect(panel, &QFileDialog::fileSelected, this, &KVRTimeSetupController::writeConfigFile);
-    panel->open();
 }
 
 void KVRTimeSetupController::onSaveConfigFile()

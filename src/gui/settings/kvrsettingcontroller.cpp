@@ -2,16 +2,19 @@
 
 #include "card/alertsheet.h"
 #include "card/cardrules.h"
+#include "card/filepanel.h"
 #include "card/kvrformatwindowcontroller.h"
 #include "card/kvrhelperformatter.h"
 #include "kvrsegmentedcontrol.h"
 #include "kvrsettingforaudioviewcontroller.h"
 #include "kvrsettingforauxviewcontroller.h"
 #include "kvrsettingforbasicviewcontroller.h"
+#include "kvrsettingforflashdataviewcontroller.h"
 #include "kvrsettingforgpsviewcontroller.h"
 #include "kvrsettingformotionviewcontroller.h"
 #include "kvrsettingforvideoviewcontroller.h"
 #include "kvrsettingloadingsheet.h"
+#include "records/driveinfoformat.h"
 #include "settings/settingfile.h"
 #include "settings/timezonetable.h"
 
@@ -21,7 +24,6 @@
 #include <QFileInfo>
 #include <QFutureWatcher>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QPushButton>
@@ -36,8 +38,6 @@ namespace kavro {
 namespace {
 
 Q_LOGGING_CATEGORY(lcSettingWindow, "kavro.settings.window", QtInfoMsg)
-
-constexpr char DriveInfoFile[] = "DrvInfo/kavro_000.drv";
 
 const char* const TabKeys[KVRSettingController::TabCount] = {
     //% "Video"
@@ -322,40 +322,30 @@ void KVRSettingController::changeViewController(int index)
         page = new KVRSettingForAudioViewController;
         break;
     default:
+        page = createDriveInfoController();
         break;
     }
-    QWidget* view = page ? page : createDriveInfoController();
-    if (page) {
+    if (page != m_driveInfoController) {
         page->setObjectName(QString::fromLatin1(TabKeys[index]));
         page->setWindowTitle(qtTrId(TabKeys[index]));
     }
-    m_targetController = view;
-    m_targetView->setWidget(view);
-    view->show();
-    if (page) {
-        page->setFileData(&m_FileData);
-        page->setMainController(this);
-    }
+    m_targetController = page;
+    m_targetView->setWidget(page);
+    page->show();
+    page->setMainController(this);
+    page->setFileData(&m_FileData);
     m_lastSelectedTabIndex = index;
     m_functionSegmentedControl->setSelectedSegment(index);
 }
 
-QWidget* KVRSettingController::createDriveInfoController()
+KVRSettingForFlashDataViewController* KVRSettingController::createDriveInfoController()
 {
     if (!m_driveInfoController) {
-        // The drive-records viewer comes with its own page; until then the tab shows its title.
-        auto* page = new QWidget;
+        auto* page = new KVRSettingForFlashDataViewController;
         page->setObjectName(QStringLiteral("setting.driveinfoview"));
         //% "Drive Records"
         page->setWindowTitle(qtTrId("setting.information"));
-        auto* layout = new QVBoxLayout(page);
-        auto* title = new QLabel(page->windowTitle(), page);
-        QFont font = title->font();
-        font.setBold(true);
-        font.setPointSizeF(font.pointSizeF() * 1.3);
-        title->setFont(font);
-        layout->addWidget(title);
-        layout->addStretch(1);
+        page->setFlashDataFilePath(driveInfoFilePath());
         m_driveInfoController = page;
     }
     return m_driveInfoController;
@@ -368,7 +358,7 @@ QString KVRSettingController::driveInfoFilePath() const
                        : (m_selectedUSBDisk ? m_selectedUSBDisk->mountedPath() : QString());
     if (root.isEmpty())
         return QString();
-    QString path = QDir(root).absoluteFilePath(QString::fromLatin1(DriveInfoFile));
+    QString path = QDir(root).absoluteFilePath(QString::fromLatin1(drv::CardFilePath));
     return QFileInfo::exists(path) ? path : QString();
 }
 
@@ -418,18 +408,10 @@ void KVRSettingController::onSave()
         writeTo(*path);
         return;
     }
-    auto* panel =
-        new QFileDialog(this, QStringLiteral("Save Settings"),
-                        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    panel->setObjectName(QStringLiteral("savePanel"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->setFileMode(QFileDialog::AnyFile);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->selectFile(QString::fromLatin1(SettingFileName));
-    panel->setWindowModality(Qt::WindowModal);
+    QFileDialog* panel =
+        openFilePanel(this, QFileDialog::AcceptSave, QStringLiteral("Save Settings"), QString(),
+                      QString::fromLatin1(SettingFileName));
     connect(panel, &QFileDialog::fileSelected, this, &KVRSettingController::writeTo);
-    panel->open();
 }
 
 void KVRSettingController::writeTo(const QString& path)
@@ -440,7 +422,7 @@ void KVRSettingController::writeTo(const QString& path)
         showAlert(this, QStringLiteral("Warn"), qtTrId("msg.write_protected_disk"));
         return;
     }
-    //% "The settings were saved."
+    //% "The file was saved."
     showAlertSheet(this, path, qtTrId("msg.saved"), this, [this] { onCloseCmd(); });
 }
 

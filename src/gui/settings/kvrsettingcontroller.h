@@ -20,6 +20,7 @@ namespace kavro {
 class KVRFormatter;
 class KVRSegmentedControl;
 class KVRSettingControllerDelegate;
+class KVRSettingForFlashDataViewController;
 class KVRSettingLoadingSheet;
 
 // The settings window: finds the camera's card, reads its config.bin into one record, shows one
@@ -79,7 +80,7 @@ public:
         m_formatter = std::move(formatter);
     }
     void onDiskUtil();
-    QWidget* createDriveInfoController();
+    KVRSettingForFlashDataViewController* createDriveInfoController();
 
     // The path the drive-records page is to read, empty when the card has none.
     QString driveInfoFilePath() const;
@@ -115,7 +116,7 @@ private:
     int m_lastSelectedTabIndex = -1;
     QPointer<QWidget> m_targetController;
     QScrollArea* m_targetView = nullptr;
-    QWidget* m_driveInfoController = nullptr;
+    KVRSettingForFlashDataViewController* m_driveInfoController = nullptr;
     KVRSegmentedControl* m_functionSegmentedControl = nullptr;
     QPushButton* m_sdcardFormatButton = nullptr;
     QPushButton* m_diskUtilButton = nullptr;

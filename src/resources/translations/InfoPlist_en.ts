@@ -368,7 +368,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="msg.saved">
-        <source>The settings were saved.</source>
+        <source>The file was saved.</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="msg.no_disk_utility">
@@ -537,7 +537,6 @@
     </message>
     <message id="msg.use_external_power_10v">
         <source>With external power the camera cuts off at 10 V. Check the power unit.</source>
-        <oldsource>With external power the camera cuts off at 10 V. Make sure the power unit is rated for
 </oldsource>
         <translation type="unfinished"></translation>
     </message>
@@ -651,12 +650,10 @@
     </message>
     <message id="25fps">
         <source>25 fps</source>
-        <oldsource>25fps</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="30fps">
         <source>30 fps</source>
-        <oldsource>30fps</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="unuse">
@@ -681,7 +678,6 @@
     </message>
     <message id="default">
         <source>Default</source>
-        <oldsource>default</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="auto">
@@ -1074,6 +1070,34 @@
     </message>
     <message id="main.print">
         <source>Print the picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="open">
+        <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="export">
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.flashdata.warning">
+        <source>The card holds no drive records (DrvInfo/kavro_000.drv). Open a .drv file instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.flashdata.open_title">
+        <source>Open Drive Records</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.flashdata_read_fail">
+        <source>The drive records could not be read from %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="setting.flashdata.export_title">
+        <source>Export Drive Records</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="msg.flashdata_write_fail">
+        <source>The file could not be written: %1</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -368,8 +368,8 @@
         <translation>카드에 쓸 수 없습니다. 쓰기 방지되었거나 가득 찼거나 분리되었을 수 있습니다.</translation>
     </message>
     <message id="msg.saved">
-        <source>The settings were saved.</source>
-        <translation>설정을 저장했습니다.</translation>
+        <source>The file was saved.</source>
+        <translation>파일을 저장했습니다.</translation>
     </message>
     <message id="msg.format_not_available">
         <source>Formatting the card is not available in this version yet.</source>
@@ -541,7 +541,6 @@
     </message>
     <message id="msg.use_external_power_10v">
         <source>With external power the camera cuts off at 10 V. Check the power unit.</source>
-        <oldsource>With external power the camera cuts off at 10 V. Make sure the power unit is rated for
 </oldsource>
         <translation>외부 전원을 쓰면 10V에서 차단됩니다. 전원 장치를 확인하십시오.</translation>
     </message>
@@ -655,12 +654,10 @@
     </message>
     <message id="25fps">
         <source>25 fps</source>
-        <oldsource>25fps</oldsource>
         <translation>25 fps</translation>
     </message>
     <message id="30fps">
         <source>30 fps</source>
-        <oldsource>30fps</oldsource>
         <translation>30 fps</translation>
     </message>
     <message id="unuse">
@@ -1078,6 +1075,34 @@
     <message id="main.print">
         <source>Print the picture</source>
         <translation>화면 인쇄</translation>
+    </message>
+    <message id="open">
+        <source>Open</source>
+        <translation>열기</translation>
+    </message>
+    <message id="export">
+        <source>Export</source>
+        <translation>내보내기</translation>
+    </message>
+    <message id="setting.flashdata.warning">
+        <source>The card holds no drive records (DrvInfo/kavro_000.drv). Open a .drv file instead.</source>
+        <translation>카드에 주행 기록이 없습니다(DrvInfo/kavro_000.drv). 다른 .drv 파일을 열어 주세요.</translation>
+    </message>
+    <message id="setting.flashdata.open_title">
+        <source>Open Drive Records</source>
+        <translation>주행 기록 열기</translation>
+    </message>
+    <message id="msg.flashdata_read_fail">
+        <source>The drive records could not be read from %1.</source>
+        <translation>%1에서 주행 기록을 읽을 수 없습니다.</translation>
+    </message>
+    <message id="setting.flashdata.export_title">
+        <source>Export Drive Records</source>
+        <translation>주행 기록 내보내기</translation>
+    </message>
+    <message id="msg.flashdata_write_fail">
+        <source>The file could not be written: %1</source>
+        <translation>파일을 저장할 수 없습니다: %1</translation>
     </message>
 </context>
 </TS>
