@@ -1,5 +1,6 @@
 #pragma once
 
+#include "player/vlcmedia.h"
 #include "telemetry/kvrblackboxdata.h"
 
 #include <QFutureWatcher>
@@ -13,6 +14,7 @@ class QTimer;
 namespace kavro {
 
 class KVRLoadingController;
+class KVRPartnerSlave;
 class KVRMediaListTableModel;
 class KVRPlayInfo;
 class KVRPlaybackControls;
@@ -66,6 +68,9 @@ public:
     // Puts the small player at the same time from the start of its recording as the given one,
     // or on its last frame when its recording is shorter.
     void placePartnerAt(qint64 milliseconds);
+    // Both paused players on one frame: the large one's, as near as libVLC tells it.
+    void alignPausedPair();
+    const KVRPartnerSlave* partnerSlave() const { return m_slave; }
     void chooseAudioAuto();
 
     static bool isPlaying(const VLCMediaPlayer* player);
@@ -107,7 +112,10 @@ private:
     void stopTimerPlayNext();
     void timerPlayNext();
     void setLogos();
-    void animateSwap();
+    void setPartnerMedia(const VLCMedia& media);
+    // Pauses both players on the frame at the time and lets them go on together.
+    void holdPairAt(qint64 milliseconds);
+    void placePairOnOneFrame();
 
     KVRMainWindowUI& m_ui;
     Players m_players;
@@ -120,6 +128,7 @@ private:
     std::unique_ptr<KVRBlackBoxData> m_blackBoxData;
     QFutureWatcher<bool> m_extraction;
     QPointer<QTimer> m_playStopTimer;
+    KVRPartnerSlave* m_slave = nullptr;
 
     qint64 m_mediaIndex = -1;
     // The file of the opening under way, named if it fails whatever row is selected by then.
@@ -137,6 +146,8 @@ private:
     bool m_moving = false;
     // The partner was sent to the target of the move under way.
     bool m_partnerPlacedForMove = false;
+    // The next resynchronisation sends both players to one time: the start of a recording.
+    bool m_alignAtResync = false;
     // Where a partner opened afresh while paused is paused once it plays; -1 for none.
     qint64 m_partnerPauseAt = -1;
 };
