@@ -379,9 +379,16 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
 
 void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
 {
+    placePartnerAt(milliseconds, true);
+}
+
+void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds, bool mayHold)
+{
     VLCMediaPlayer* player2 = m_players.player2;
     if (!hasMedia(player2))
         return;
+    // Just paused, libVLC may still say the large one plays.
+    const bool playing = mayHold && isPlaying(m_players.player1);
     m_partnerPlacedForMove = true;
     const qint64 length = player2->lengthMilliseconds();
     const bool beyondItsEnd = length > 0 && milliseconds >= length;
@@ -391,18 +398,17 @@ void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
         // libVLC no longer seeks a player that has reached the end of its file, whether it
         // rests there or still says it plays: open the file afresh.
         if (!beyondItsEnd)
-            reopenPartnerAt(target);
+            reopenPartnerAt(target, playing);
         return;
     }
-    if (!beyondItsEnd && !m_slave->holding() && isPlaying(m_players.player1) &&
-        player2->isPlaying()) {
+    if (playing && !beyondItsEnd && !m_slave->holding() && player2->isPlaying()) {
         holdPairAt(target);
         return;
     }
     player2->setTime(VLCTime(target));
     // Past its end the partner plays out its last frames and rests on the last one; otherwise it
     // plays while the large one plays.
-    if ((beyondItsEnd || isPlaying(m_players.player1)) && !player2->isPlaying())
+    if ((beyondItsEnd || playing) && !player2->isPlaying())
         player2->play();
 }
 
@@ -436,16 +442,17 @@ void KVRPlaybackEngine::placePairOnOneFrame()
     // pair whose files start at the same instant.
     const qint64 time = player1->time().intValue();
     player1->setTime(VLCTime(time));
-    placePartnerAt(time);
+    // Paused by now, whatever libVLC still says: no hold.
+    placePartnerAt(time, false);
 }
 
-void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds)
+void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds, bool playing)
 {
     VLCMediaPlayer* player2 = m_players.player2;
     setPartnerMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
     player2->play();
     // libVLC takes a pause only once the file plays; a paused window pauses it then, there.
-    m_partnerPauseAt = isPlaying(m_players.player1) ? -1 : milliseconds;
+    m_partnerPauseAt = playing ? -1 : milliseconds;
     m_controls->updateAudioUI();
 }
 

@@ -106,7 +106,7 @@ private:
     void updateVideoViewsVisibility();
     void didStartPlayer();
     void didFinishPlay();
-    void reopenPartnerAt(qint64 milliseconds);
+    void reopenPartnerAt(qint64 milliseconds, bool playing);
     void pauseReopenedPartner();
     void startTimerPlayNext();
     void stopTimerPlayNext();
@@ -115,6 +115,9 @@ private:
     void setPartnerMedia(const VLCMedia& media);
     // Pauses both players on the frame at the time and lets them go on together.
     void holdPairAt(qint64 milliseconds);
+    // A seek of both while they play holds them on one frame; told not to, the pair is taken as
+    // paused.
+    void placePartnerAt(qint64 milliseconds, bool mayHold);
     void placePairOnOneFrame();
 
     KVRMainWindowUI& m_ui;
