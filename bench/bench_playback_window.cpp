@@ -53,6 +53,18 @@ struct Pair
     QString rear;
 };
 
+// The first pair of PairSeconds on the card the options describe.
+std::optional<Pair> pairOf(const camsim::CardPlan& plan, const QString& folder)
+{
+    for (const camsim::RecordingPlan& recording : plan.recordings()) {
+        if (recording.hasRear && recording.duration >= PairSeconds)
+            return Pair{QDir(folder).filePath(plan.relativePath(recording, false)),
+                        QDir(folder).filePath(plan.relativePath(recording, true))};
+    }
+    std::fprintf(stderr, "bench_playback_window: the card has no %d-second pair\n", PairSeconds);
+    return std::nullopt;
+}
+
 std::optional<Pair> makeCard(const QString& folder)
 {
     camsim::CardOptions options = camsim::CardOptions::quick();
@@ -67,13 +79,7 @@ std::optional<Pair> makeCard(const QString& folder)
         std::fprintf(stderr, "bench_playback_window: %s\n", qUtf8Printable(error));
         return std::nullopt;
     }
-    for (const camsim::RecordingPlan& plan : generator.plan().recordings()) {
-        if (plan.hasRear && plan.duration >= PairSeconds)
-            return Pair{QDir(folder).filePath(generator.plan().relativePath(plan, false)),
-                        QDir(folder).filePath(generator.plan().relativePath(plan, true))};
-    }
-    std::fprintf(stderr, "bench_playback_window: the card has no %d-second pair\n", PairSeconds);
-    return std::nullopt;
+    return pairOf(generator.plan(), folder);
 }
 
 double cpuSecondsOfThisProcess()
@@ -230,9 +236,13 @@ int main(int argc, char** argv)
     qputenv("QT_LOGGING_RULES", "kavro.*.debug=false;kavro.*.info=false");
     QApplication app(argc, argv);
 
+    // A card the simulator made with its defaults (the demo card of scripts/run.sh) saves the
+    // minutes of making one.
     QTemporaryDir dir;
-    const QString folder = dir.filePath(QStringLiteral("card"));
-    const std::optional<Pair> pair = makeCard(folder);
+    const QString folder =
+        argc > 1 ? QString::fromLocal8Bit(argv[1]) : dir.filePath(QStringLiteral("card"));
+    const std::optional<Pair> pair =
+        argc > 1 ? pairOf(camsim::CardPlan(camsim::CardOptions()), folder) : makeCard(folder);
     if (!pair)
         return 1;
 
