@@ -425,10 +425,13 @@ void KVRPlaybackEngine::alignPausedPair()
         m_slave->cancelHold();
         didFinishPlay();
     }
-    // A partner caught between states (a correction's seek) may have missed the pause.
-    if (!m_players.player1->isPlaying() && m_players.player2->isPlaying() &&
-        !m_players.player2->media().isNull())
-        m_players.player2->pause();
+    // A partner caught between states (a correction's seek) may have missed the pause; one
+    // playing out its last frames past its end goes on to rest on the last.
+    VLCMediaPlayer* player2 = m_players.player2;
+    const qint64 length2 = player2->lengthMilliseconds();
+    if (!m_players.player1->isPlaying() && player2->isPlaying() && hasMedia(player2) &&
+        (length2 <= 0 || m_players.player1->time().intValue() < length2 - PartnerEndMarginMs))
+        player2->pause();
     placePairOnOneFrame();
 }
 
