@@ -1,7 +1,9 @@
 // The main window playing a simulated pair, driven as a person drives it: the time from the
 // double-click to both pictures against the extraction's one-second wait plus 300 ms, the drift
-// between the two pictures read from their time codes at 1x and 2x, and the window's CPU time
-// against two cvlc processes decoding the same two files in the same run.
+// between the two pictures read from their time codes in each situation a person looks at them
+// (playing at 1x and 2x, paused, after seeks, jumps, resume, swap and play-next), and the window's
+// CPU time against two plain libVLC players (plain_players) rendering the same two files into
+// memory at the same sizes in the same run.
 
 #include "cardgenerator.h"
 #include "customwindow.h"
@@ -21,7 +23,6 @@
 #include <QFile>
 #include <QMouseEvent>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -31,7 +32,6 @@
 #include <vector>
 
 #include <sys/resource.h>
-#include <unistd.h>
 
 using namespace kavro;
 
@@ -39,6 +39,12 @@ namespace {
 
 constexpr int PairSeconds = 60;
 constexpr int CpuSeconds = 20;
+// Looks at the pictures start this long after an action (1.7 s for the swap).
+constexpr int SettleMs = 500;
+constexpr int SwapSettleMs = 1700;
+// The camera's own sizes.
+constexpr QSize FrontSize{1280, 720};
+constexpr QSize RearSize{640, 360};
 constexpr double TargetStartMs = 1000 + 300; // the extraction's wait plus the allowed rest
 
 struct Pair
@@ -47,27 +53,33 @@ struct Pair
     QString rear;
 };
 
+// The first pair of PairSeconds on the card the options describe.
+std::optional<Pair> pairOf(const camsim::CardPlan& plan, const QString& folder)
+{
+    for (const camsim::RecordingPlan& recording : plan.recordings()) {
+        if (recording.hasRear && recording.duration >= PairSeconds)
+            return Pair{QDir(folder).filePath(plan.relativePath(recording, false)),
+                        QDir(folder).filePath(plan.relativePath(recording, true))};
+    }
+    std::fprintf(stderr, "bench_playback_window: the card has no %d-second pair\n", PairSeconds);
+    return std::nullopt;
+}
+
 std::optional<Pair> makeCard(const QString& folder)
 {
     camsim::CardOptions options = camsim::CardOptions::quick();
     options.outDir = folder;
-    options.minutes = 2.5;
+    options.minutes = 2.2;
     options.secondsPerRecording = PairSeconds;
-    options.frontSize = QSize(640, 360);
-    options.rearSize = QSize(320, 180);
+    options.frontSize = FrontSize;
+    options.rearSize = RearSize;
     camsim::CardGenerator generator(options);
     QString error;
     if (!generator.generate(&error)) {
         std::fprintf(stderr, "bench_playback_window: %s\n", qUtf8Printable(error));
         return std::nullopt;
     }
-    for (const camsim::RecordingPlan& plan : generator.plan().recordings()) {
-        if (plan.hasRear && plan.duration >= PairSeconds)
-            return Pair{QDir(folder).filePath(generator.plan().relativePath(plan, false)),
-                        QDir(folder).filePath(generator.plan().relativePath(plan, true))};
-    }
-    std::fprintf(stderr, "bench_playback_window: the card has no %d-second pair\n", PairSeconds);
-    return std::nullopt;
+    return pairOf(generator.plan(), folder);
 }
 
 double cpuSecondsOfThisProcess()
@@ -76,19 +88,6 @@ double cpuSecondsOfThisProcess()
     getrusage(RUSAGE_SELF, &usage);
     return usage.ru_utime.tv_sec + usage.ru_stime.tv_sec +
            (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
-}
-
-double cpuSecondsOfProcess(qint64 pid)
-{
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return 0;
-    const QByteArray text = stat.readAll();
-    // Fields after the command name, which ends with the last ')'.
-    const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-    if (fields.size() < 13)
-        return 0;
-    return (fields[11].toDouble() + fields[12].toDouble()) / double(sysconf(_SC_CLK_TCK));
 }
 
 // Runs the event loop until the condition holds or the time is up.
@@ -185,16 +184,16 @@ public:
         return shown ? double(clock.elapsed()) : -1;
     }
 
-    // Frame differences between the two pictures, sampled while the pair plays.
-    std::vector<int> drift(int seconds)
+    // Frame differences between the two pictures, looked at every 100 ms for the given time.
+    std::vector<int> drift(int ms)
     {
         std::vector<int> drifts;
         QElapsedTimer clock;
         clock.start();
-        while (clock.elapsed() < seconds * 1000) {
-            wait(200);
-            const auto large = camsim::TimeCode::read(m_delegate->video1View()->lastFrame());
-            const auto small = camsim::TimeCode::read(m_delegate->video2View()->lastFrame());
+        while (clock.elapsed() < ms) {
+            wait(100);
+            const auto large = frameNumber(m_delegate->player1());
+            const auto small = frameNumber(m_delegate->player2());
             if (large && small)
                 drifts.push_back(std::abs(*large - *small));
         }
@@ -204,6 +203,14 @@ public:
     KVRAppDelegate* delegate() const { return m_delegate.get(); }
 
 private:
+    // The time code is read at the recording's own size; the small player renders smaller.
+    static std::optional<int> frameNumber(const VLCMediaPlayer* player)
+    {
+        const QSize size = player->media().isRearMedia() ? RearSize : FrontSize;
+        return camsim::TimeCode::read(
+            player->lastFrame().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    }
+
     std::unique_ptr<KVRAppDelegate> m_delegate;
 };
 
@@ -229,9 +236,13 @@ int main(int argc, char** argv)
     qputenv("QT_LOGGING_RULES", "kavro.*.debug=false;kavro.*.info=false");
     QApplication app(argc, argv);
 
+    // A card the simulator made with its defaults (the demo card of scripts/run.sh) saves the
+    // minutes of making one.
     QTemporaryDir dir;
-    const QString folder = dir.filePath(QStringLiteral("card"));
-    const std::optional<Pair> pair = makeCard(folder);
+    const QString folder =
+        argc > 1 ? QString::fromLocal8Bit(argv[1]) : dir.filePath(QStringLiteral("card"));
+    const std::optional<Pair> pair =
+        argc > 1 ? pairOf(camsim::CardPlan(camsim::CardOptions()), folder) : makeCard(folder);
     if (!pair)
         return 1;
 
@@ -257,69 +268,82 @@ int main(int argc, char** argv)
                 "1 s wait + 300 ms target\n",
                 start, starts.front(), starts.back(), start / TargetStartMs);
 
-    // Drift over the whole pair at 1x, then at 2x.
+    // Drift in each situation, from SettleMs after the action.
+    KVRAppDelegate* delegate = bench.delegate();
+    KVRPlaybackControls* controls = delegate->controls();
+    KVRPlaybackEngine* engine = delegate->engine();
+    const auto look = [&bench](const char* label, int settleMs, int ms) {
+        wait(settleMs);
+        printDrift(label, bench.drift(ms));
+    };
+    const auto awaitMove = [engine] { waitFor([engine] { return !engine->moving(); }, 5000); };
     if (bench.doubleClickToPictures(row) < 0)
         return 1;
-    printDrift("at 1x", bench.drift(PairSeconds - 2));
-    if (bench.doubleClickToPictures(row) < 0)
+    look("after opening", SettleMs, 2000);
+    look("at 1x", 0, 15000);
+    controls->clickPlayButton();
+    look("paused", SettleMs, 1000);
+    controls->videoPositionSliderMoved(0.5);
+    look("paused, after a slider seek", SettleMs, 1000);
+    awaitMove();
+    controls->jumpForward();
+    look("paused, after a 10 s jump", SettleMs, 1000);
+    awaitMove();
+    controls->clickPlayButton();
+    look("after resume", SettleMs, 2000);
+    controls->videoPositionSliderMoved(0.3);
+    look("playing, after a slider seek", SettleMs, 2000);
+    awaitMove();
+    controls->jumpForward();
+    look("playing, after a 10 s jump", SettleMs, 2000);
+    awaitMove();
+    engine->swapPlayer();
+    look("after swap", SwapSettleMs, 2000);
+    engine->swapPlayer();
+    waitFor([engine] { return !engine->swapping(); }, 5000);
+    controls->increaseSpeed();
+    look("at 2x", SettleMs, 10000);
+    controls->decreaseSpeed();
+    // Near the end, and on to the next row by itself.
+    awaitMove();
+    controls->videoPositionSliderMoved(0.95);
+    const qint64 opened = engine->mediaIndex();
+    if (!waitFor(
+            [engine, opened] {
+                return engine->mediaIndex() != opened && !engine->waitingForPlayStart();
+            },
+            30000)) {
+        std::fprintf(stderr, "bench_playback_window: play-next never came\n");
         return 1;
-    bench.delegate()->controls()->increaseSpeed();
-    printDrift("at 2x", bench.drift(PairSeconds / 2 - 2));
+    }
+    if (!delegate->player2()->media().isNull())
+        look("after play-next", SettleMs, 2000);
 
-    // CPU: the window playing the pair against two cvlc processes decoding the same files.
+    // CPU: the window playing the pair against two plain players of the same files and sizes.
     if (bench.doubleClickToPictures(row) < 0)
         return 1;
     const double before = cpuSecondsOfThisProcess();
     wait(CpuSeconds * 1000);
     const double viewerCpu = cpuSecondsOfThisProcess() - before;
-    bench.delegate()->engine()->stopPlay();
-
-    const QString cvlc = QStandardPaths::findExecutable(QStringLiteral("cvlc"));
-    if (cvlc.isEmpty()) {
-        std::printf("viewer CPU: %.2f s per %d s of playback (cvlc not installed, no ratio)\n",
-                    viewerCpu, CpuSeconds);
-        return 0;
+    const QSize size1 = delegate->player1()->videoSize();
+    const QSize size2 = delegate->player2()->videoSize();
+    engine->stopPlay();
+    const QString reference =
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("plain_players"));
+    QProcess plain;
+    plain.start(reference,
+                {QString::number(CpuSeconds), pair->front, QString::number(size1.width()),
+                 QString::number(size1.height()), pair->rear, QString::number(size2.width()),
+                 QString::number(size2.height())});
+    if (!plain.waitForFinished((CpuSeconds + 30) * 1000) || plain.exitCode() != 0) {
+        std::printf("viewer CPU: %.2f s per %d s of playback (plain_players failed: %s)\n",
+                    viewerCpu, CpuSeconds, plain.readAllStandardError().constData());
+        return 1;
     }
-    double referenceCpu = 0;
-    std::vector<std::unique_ptr<QProcess>> players;
-    // VLC refuses to run as root; a machine's CI may well be root, so it runs as nobody there.
-    const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
-    const bool asNobody = geteuid() == 0 && !setpriv.isEmpty();
-    if (asNobody) {
-        for (const QString& path :
-             {dir.path(), folder, QFileInfo(pair->front).path(), QFileInfo(pair->rear).path()})
-            QFile::setPermissions(path,
-                                  QFile::permissions(path) | QFile::ReadOther | QFile::ExeOther);
-    }
-    for (const QString& file : {pair->front, pair->rear}) {
-        auto process = std::make_unique<QProcess>();
-        const QStringList arguments{"--intf",
-                                    "dummy",
-                                    "--vout",
-                                    "dummy",
-                                    "--aout",
-                                    "dummy",
-                                    "--no-video-title-show",
-                                    "--play-and-exit",
-                                    file};
-        if (asNobody)
-            process->start(setpriv,
-                           QStringList{"--reuid=65534", "--regid=65534", "--clear-groups", cvlc} +
-                               arguments);
-        else
-            process->start(cvlc, arguments);
-        process->waitForStarted();
-        players.push_back(std::move(process));
-    }
-    wait(CpuSeconds * 1000);
-    for (auto& process : players) {
-        referenceCpu += cpuSecondsOfProcess(process->processId());
-        process->kill();
-        process->waitForFinished();
-    }
-    std::printf("CPU over %d s: viewer %.2f s, two cvlc with dummy video output %.2f s, "
-                "ratio %.2fx\n",
-                CpuSeconds, viewerCpu, referenceCpu,
-                referenceCpu > 0 ? viewerCpu / referenceCpu : 0.0);
+    const double referenceCpu = plain.readAllStandardOutput().trimmed().toDouble();
+    std::printf("CPU over %d s: viewer %.2f s, two plain libVLC players into memory at %dx%d "
+                "and %dx%d %.2f s, ratio %.2fx\n",
+                CpuSeconds, viewerCpu, size1.width(), size1.height(), size2.width(), size2.height(),
+                referenceCpu, referenceCpu > 0 ? viewerCpu / referenceCpu : 0.0);
     return 0;
 }

@@ -110,6 +110,8 @@ void KVRPlaybackControls::clickPlayButton()
             if (KVRPlaybackEngine::isPlaying(player))
                 player->pause();
         }
+        // The two pictures were a frame or so apart while playing; paused they are the same.
+        m_engine->alignPausedPair();
         return;
     }
     if (player1->position() >= EndPosition) {

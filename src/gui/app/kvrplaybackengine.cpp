@@ -5,6 +5,7 @@
 #include "kvrmainwindowui.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
+#include "kvrpartnerslave.h"
 #include "kvrplaybackcontrols.h"
 #include "kvrplayinfo.h"
 #include "kvrpositionslider.h"
@@ -17,8 +18,6 @@
 #include "widgets/tkvideobackgroundimageview.h"
 
 #include <QLabel>
-#include <QParallelAnimationGroup>
-#include <QPropertyAnimation>
 #include <QTimer>
 #include <QtConcurrent>
 
@@ -30,7 +29,6 @@ namespace {
 
 constexpr int PlayNextIntervalMs = 1000;
 constexpr double StartResyncDelay = 0.3;
-constexpr int SwapAnimationMs = 1500;
 constexpr int SwapRestoreMs = 800;
 constexpr int SwapDoneMs = 1700;
 // How far before its end a shorter partner is sent to play out its last frames.
@@ -60,8 +58,10 @@ KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players
                                      KVRPlayInfo* playInfo, const KVRMediaListTableModel* rows,
                                      QObject* parent)
     : QObject(parent), m_ui(ui), m_players(players), m_playInfo(playInfo), m_rows(rows),
-      m_blackBoxData(std::make_unique<KVRBlackBoxData>())
+      m_blackBoxData(std::make_unique<KVRBlackBoxData>()),
+      m_slave(new KVRPartnerSlave(players.player1, players.player2, this))
 {
+    m_slave->setMayCorrect([this] { return !m_moving && !m_swapping && !m_waitingForPlayStart; });
     m_blackBoxData->setWaitAfterReading(true);
     // The recording a driver most needs is often the one a crash cut short.
     m_blackBoxData->setRecoverCutShort(true);
@@ -117,6 +117,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     index = std::clamp<qint64>(index, 0, m_rows->count() - 1);
     m_waitingForPlayStart = true;
     const quint64 opening = ++m_opening;
+    m_slave->cancelHold();
     stopTimerPlayNext();
 
     VLCMediaPlayer* player1 = m_players.player1;
@@ -162,7 +163,7 @@ void KVRPlaybackEngine::updateVideoUI()
     if (pair)
         partner = media->isRearMedia() ? pair->frontMedia() : pair->rearMedia();
     if (partner) {
-        m_players.player2->setMedia(VLCMedia::mediaWithPath(partner->path()));
+        setPartnerMedia(VLCMedia::mediaWithPath(partner->path()));
     } else {
         m_players.player2->stop();
         m_players.player2->setMedia(VLCMedia());
@@ -177,6 +178,14 @@ void KVRPlaybackEngine::updateVideoUI()
     if (!twoPlayers)
         m_players.video2View->hide();
     m_ui.audioToggleButton->setVisible(twoPlayers);
+}
+
+void KVRPlaybackEngine::setPartnerMedia(const VLCMedia& media)
+{
+    // The small picture is rendered at the size it is shown, in device pixels.
+    const KVRVideoContainerView* smallArea = m_ui.subVideoContainerView;
+    m_players.player2->setRenderSizeLimit(smallArea->size() * smallArea->devicePixelRatioF());
+    m_players.player2->setMedia(media);
 }
 
 void KVRPlaybackEngine::completeOpening(quint64 opening)
@@ -248,6 +257,9 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
         m_hasRearMedia = false;
         m_ui.audioToggleButton->hide();
     }
+    // Held, the pause is the engine's own, not a state to show.
+    if (m_slave->holding())
+        return;
     const bool p1 = hasMedia(player1) && player1->isPlaying();
     const bool p2 = hasMedia(player2) && player2->isPlaying();
     updateVideoViewsVisibility();
@@ -277,6 +289,7 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
         m_preparingPlayNext = false;
         // The two files open at their own pace; without this the small picture would run a
         // few frames apart for the whole recording.
+        m_alignAtResync = true;
         syncVideoPositionDelay(StartResyncDelay);
         emit playbackStarted();
     } else {
@@ -338,12 +351,27 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
             m_moving = false;
         if (opening != m_opening || !hasMedia(m_players.player1))
             return;
-        // A paused player may not have reported where its seek landed yet; the partner was sent
-        // to the same target when the seek began, and stays there.
-        if (pair && hasMedia(m_players.player2) &&
-            (isPlaying(m_players.player1) || !m_partnerPlacedForMove))
-            placePartnerAt(m_players.player1->time().intValue());
+        // Held on one frame, both players go on together when the hold ends.
+        if (pair && hasMedia(m_players.player2) && !m_slave->holding()) {
+            VLCMediaPlayer* player2 = m_players.player2;
+            const qint64 time = m_players.player1->time().intValue();
+            const qint64 length2 = player2->lengthMilliseconds();
+            if (isPlaying(m_players.player1)) {
+                // Playing, the partner follows by rate, without the jump of a seek; one resting
+                // at its end while the large one is back within its length is sent there.
+                if (m_alignAtResync && player2->isPlaying())
+                    holdPairAt(time);
+                else if (!player2->isPlaying() && (length2 <= 0 || time < length2))
+                    placePartnerAt(time);
+                m_slave->restart();
+            } else if (!m_partnerPlacedForMove) {
+                // A paused player may not have reported where its seek landed yet; the partner
+                // was sent to the same target when the seek began, and stays there.
+                alignPausedPair();
+            }
+        }
         m_partnerPlacedForMove = false;
+        m_alignAtResync = false;
         // A paused player sends no time events: show the telemetry of where the seek landed.
         if (!isPlaying(m_players.player1))
             m_playInfo->setPosition(m_players.player1->position());
@@ -352,9 +380,16 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
 
 void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
 {
+    placePartnerAt(milliseconds, true);
+}
+
+void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds, bool mayHold)
+{
     VLCMediaPlayer* player2 = m_players.player2;
     if (!hasMedia(player2))
         return;
+    // Just paused, libVLC may still say the large one plays.
+    const bool playing = mayHold && isPlaying(m_players.player1);
     m_partnerPlacedForMove = true;
     const qint64 length = player2->lengthMilliseconds();
     const bool beyondItsEnd = length > 0 && milliseconds >= length;
@@ -364,23 +399,64 @@ void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
         // libVLC no longer seeks a player that has reached the end of its file, whether it
         // rests there or still says it plays: open the file afresh.
         if (!beyondItsEnd)
-            reopenPartnerAt(target);
+            reopenPartnerAt(target, playing);
+        return;
+    }
+    if (playing && !beyondItsEnd && !m_slave->holding() && player2->isPlaying()) {
+        holdPairAt(target);
         return;
     }
     player2->setTime(VLCTime(target));
     // Past its end the partner plays out its last frames and rests on the last one; otherwise it
     // plays while the large one plays.
-    if ((beyondItsEnd || isPlaying(m_players.player1)) && !player2->isPlaying())
+    if ((beyondItsEnd || playing) && !player2->isPlaying())
         player2->play();
 }
 
-void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds)
+void KVRPlaybackEngine::holdPairAt(qint64 milliseconds)
+{
+    const qint64 length1 = m_players.player1->lengthMilliseconds();
+    m_slave->holdAt(length1 > 0 ? std::min(milliseconds, length1) : milliseconds, milliseconds);
+}
+
+void KVRPlaybackEngine::alignPausedPair()
+{
+    if (m_slave->holding()) {
+        // The person paused during a hold: it stays paused, and says so.
+        m_slave->cancelHold();
+        didFinishPlay();
+    }
+    // A partner caught between states (a correction's seek) may have missed the pause; one
+    // playing out its last frames past its end goes on to rest on the last.
+    VLCMediaPlayer* player2 = m_players.player2;
+    const qint64 length2 = player2->lengthMilliseconds();
+    if (!m_players.player1->isPlaying() && player2->isPlaying() && hasMedia(player2) &&
+        (length2 <= 0 || m_players.player1->time().intValue() < length2 - PartnerEndMarginMs))
+        player2->pause();
+    placePairOnOneFrame();
+}
+
+void KVRPlaybackEngine::placePairOnOneFrame()
+{
+    VLCMediaPlayer* player1 = m_players.player1;
+    if (!hasMedia(player1) || !hasMedia(m_players.player2) || m_swapping ||
+        player1->position() >= EndPosition)
+        return;
+    // Both to the same time land both on the first frame at or after it, the same frame of a
+    // pair whose files start at the same instant.
+    const qint64 time = player1->time().intValue();
+    player1->setTime(VLCTime(time));
+    // Paused by now, whatever libVLC still says: no hold.
+    placePartnerAt(time, false);
+}
+
+void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds, bool playing)
 {
     VLCMediaPlayer* player2 = m_players.player2;
-    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
+    setPartnerMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
     player2->play();
     // libVLC takes a pause only once the file plays; a paused window pauses it then, there.
-    m_partnerPauseAt = isPlaying(m_players.player1) ? -1 : milliseconds;
+    m_partnerPauseAt = playing ? -1 : milliseconds;
     m_controls->updateAudioUI();
 }
 
@@ -470,8 +546,11 @@ void KVRPlaybackEngine::swapPlayer()
 {
     VLCMediaPlayer* player1 = m_players.player1;
     VLCMediaPlayer* player2 = m_players.player2;
-    if (!isPlaying(player1) || !isPlaying(player2) || m_swapping)
+    // Held on one frame after a seek, the pair counts as playing.
+    const bool held = m_slave->holding();
+    if ((!held && (!isPlaying(player1) || !isPlaying(player2))) || m_swapping)
         return;
+    m_slave->cancelHold();
     m_swapping = true;
     m_partnerPauseAt = -1;
     const qint64 time = player1->time().intValue();
@@ -481,12 +560,12 @@ void KVRPlaybackEngine::swapPlayer()
     const QString path1 = player1->media().path();
     const QString path2 = player2->media().path();
     player1->setMedia(VLCMedia::mediaWithPath(path2));
-    player2->setMedia(VLCMedia::mediaWithPath(path1));
+    setPartnerMedia(VLCMedia::mediaWithPath(path1));
     player1->play();
     player2->play();
     setLogos();
     setMoving(true, player1->position());
-    animateSwap();
+    m_layout->animateSwap(m_players.video1View, m_players.video2View);
     player1->audio()->setMute(true);
     player2->audio()->setMute(true);
 
@@ -507,35 +586,6 @@ void KVRPlaybackEngine::swapPlayer()
     });
 }
 
-void KVRPlaybackEngine::animateSwap()
-{
-    KVRVideoContainerView* mainArea = m_ui.videoContainerView;
-    KVRVideoContainerView* smallArea = m_ui.subVideoContainerView;
-    VLCVideoView* video1 = m_players.video1View;
-    VLCVideoView* video2 = m_players.video2View;
-    mainArea->setChildHeld(video1, true);
-    smallArea->setChildHeld(video2, true);
-
-    // The large picture grows out of the corner towards the small area, the small one out of
-    // the corner towards the large area.
-    auto* group = new QParallelAnimationGroup(this);
-    const auto grow = [group](QWidget* view, const QRect& from, const QRect& to) {
-        auto* animation = new QPropertyAnimation(view, "geometry", group);
-        animation->setDuration(SwapAnimationMs);
-        animation->setEasingCurve(QEasingCurve::OutCubic);
-        animation->setStartValue(from);
-        animation->setEndValue(to);
-        group->addAnimation(animation);
-    };
-    grow(video1, QRect(mainArea->width(), mainArea->height(), 0, 0), mainArea->rect());
-    grow(video2, QRect(0, 0, 0, 0), smallArea->rect());
-    connect(group, &QAbstractAnimation::finished, this, [mainArea, smallArea, video1, video2] {
-        mainArea->setChildHeld(video1, false);
-        smallArea->setChildHeld(video2, false);
-    });
-    group->start(QAbstractAnimation::DeleteWhenStopped);
-}
-
 void KVRPlaybackEngine::stopPlay()
 {
     m_players.player1->pause();
@@ -547,6 +597,7 @@ void KVRPlaybackEngine::stopPlay()
 void KVRPlaybackEngine::clearCurrentRecording()
 {
     ++m_opening;
+    m_slave->cancelHold();
     stopTimerPlayNext();
     m_players.player1->stop();
     m_players.player1->setMedia(VLCMedia());

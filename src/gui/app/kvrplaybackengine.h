@@ -1,5 +1,6 @@
 #pragma once
 
+#include "player/vlcmedia.h"
 #include "recording/recordingfilecheck.h"
 #include "telemetry/kvrblackboxdata.h"
 
@@ -14,6 +15,7 @@ class QTimer;
 namespace kavro {
 
 class KVRLoadingController;
+class KVRPartnerSlave;
 class KVRMediaListTableModel;
 class KVRPlayInfo;
 class KVRPlaybackControls;
@@ -67,6 +69,9 @@ public:
     // Puts the small player at the same time from the start of its recording as the given one,
     // or on its last frame when its recording is shorter.
     void placePartnerAt(qint64 milliseconds);
+    // Both paused players on one frame: the large one's, as near as libVLC tells it.
+    void alignPausedPair();
+    const KVRPartnerSlave* partnerSlave() const { return m_slave; }
     void chooseAudioAuto();
 
     static bool isPlaying(const VLCMediaPlayer* player);
@@ -102,14 +107,20 @@ private:
     void updateVideoViewsVisibility();
     void didStartPlayer();
     void didFinishPlay();
-    void reopenPartnerAt(qint64 milliseconds);
+    void reopenPartnerAt(qint64 milliseconds, bool playing);
     void pauseReopenedPartner();
     void startTimerPlayNext();
     void stopTimerPlayNext();
     void timerPlayNext();
     void failRecording();
     void setLogos();
-    void animateSwap();
+    void setPartnerMedia(const VLCMedia& media);
+    // Pauses both players on the frame at the time and lets them go on together.
+    void holdPairAt(qint64 milliseconds);
+    // A seek of both while they play holds them on one frame; told not to, the pair is taken as
+    // paused.
+    void placePartnerAt(qint64 milliseconds, bool mayHold);
+    void placePairOnOneFrame();
 
     KVRMainWindowUI& m_ui;
     Players m_players;
@@ -122,6 +133,7 @@ private:
     std::unique_ptr<KVRBlackBoxData> m_blackBoxData;
     QFutureWatcher<bool> m_extraction;
     QPointer<QTimer> m_playStopTimer;
+    KVRPartnerSlave* m_slave = nullptr;
 
     qint64 m_mediaIndex = -1;
     // The file of the opening under way, named if it fails whatever row is selected by then.
@@ -142,6 +154,8 @@ private:
     bool m_moving = false;
     // The partner was sent to the target of the move under way.
     bool m_partnerPlacedForMove = false;
+    // The next resynchronisation sends both players to one time: the start of a recording.
+    bool m_alignAtResync = false;
     // Where a partner opened afresh while paused is paused once it plays; -1 for none.
     qint64 m_partnerPauseAt = -1;
 };

@@ -3,16 +3,21 @@
 #include "customwindow.h"
 #include "kvrmainwindowui.h"
 #include "kvrmedialisttableview.h"
+#include "kvrvideocontainerview.h"
 #include "widgets/custombackgroundbox.h"
 #include "widgets/tkimagebutton.h"
 #include "widgets/tkthreepartimageview.h"
 
 #include <QBoxLayout>
+#include <QParallelAnimationGroup>
+#include <QPropertyAnimation>
 #include <QScreen>
 
 namespace kavro {
 
 namespace {
+
+constexpr int SwapAnimationMs = 1500;
 
 // Replaces the box's layout by a fresh one; the widgets stay children of the box.
 QBoxLayout* freshLayout(QWidget* box, QBoxLayout::Direction direction, const QMargins& margins,
@@ -163,6 +168,33 @@ void KVRWindowLayout::showFrameIfDebugging()
           m_ui.mediaControlBox, m_ui.sideButtonBox, m_ui.mediaListBox})
         box->setBackgroundColor(Qt::transparent);
     m_ui.subVideoBox->setBackgroundColor(Qt::black);
+}
+
+void KVRWindowLayout::animateSwap(QWidget* video1, QWidget* video2)
+{
+    KVRVideoContainerView* mainArea = m_ui.videoContainerView;
+    KVRVideoContainerView* smallArea = m_ui.subVideoContainerView;
+    mainArea->setChildHeld(video1, true);
+    smallArea->setChildHeld(video2, true);
+
+    // The large picture grows out of the corner towards the small area, the small one out of
+    // the corner towards the large area.
+    auto* group = new QParallelAnimationGroup(this);
+    const auto grow = [group](QWidget* view, const QRect& from, const QRect& to) {
+        auto* animation = new QPropertyAnimation(view, "geometry", group);
+        animation->setDuration(SwapAnimationMs);
+        animation->setEasingCurve(QEasingCurve::OutCubic);
+        animation->setStartValue(from);
+        animation->setEndValue(to);
+        group->addAnimation(animation);
+    };
+    grow(video1, QRect(mainArea->width(), mainArea->height(), 0, 0), mainArea->rect());
+    grow(video2, QRect(0, 0, 0, 0), smallArea->rect());
+    connect(group, &QAbstractAnimation::finished, this, [mainArea, smallArea, video1, video2] {
+        mainArea->setChildHeld(video1, false);
+        smallArea->setChildHeld(video2, false);
+    });
+    group->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
 } // namespace kavro

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 class QScreen;
+class QWidget;
 
 namespace kavro {
 
@@ -59,6 +60,9 @@ public:
 
     // The start-up fills of the boxes: clear, with a black small video area.
     void showFrameIfDebugging();
+    // The exchange of the two pictures: each grows out of the corner towards the other's area
+    // into its own, in 1.5 s.
+    void animateSwap(QWidget* video1, QWidget* video2);
 
 private:
     bool fullScreen() const;

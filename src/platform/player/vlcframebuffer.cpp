@@ -60,11 +60,18 @@ void VLCFrameBuffer::setMedia(libvlc_media_t* media)
         libvlc_media_release(previous);
 }
 
+void VLCFrameBuffer::setSizeLimit(const QSize& limit)
+{
+    QMutexLocker locker(&m_mutex);
+    m_sizeLimit = limit;
+}
+
 void VLCFrameBuffer::clearPicture()
 {
     {
         QMutexLocker locker(&m_mutex);
         m_front = -1;
+        m_held = -1;
     }
     m_lastFrame = QImage();
     emit frameReady();
@@ -130,7 +137,18 @@ unsigned VLCFrameBuffer::format(char* chroma, unsigned* width, unsigned* height,
         qCWarning(lcVlcPlayer, "refusing a video of %ux%u pixels", *width, *height);
         return 0;
     }
-    const QSize size = pictureSize(QSize(int(*width), int(*height)));
+    QSize size = pictureSize(QSize(int(*width), int(*height)));
+    QSize limit;
+    {
+        QMutexLocker locker(&m_mutex);
+        limit = m_sizeLimit;
+    }
+    if (limit.width() > 1 && limit.height() > 1 &&
+        (size.width() > limit.width() || size.height() > limit.height())) {
+        // libVLC scales while it converts the colours: one pass, and no scaling when painting.
+        size = size.scaled(limit, Qt::KeepAspectRatio).expandedTo(QSize(2, 2));
+        size = QSize(size.width() & ~1, size.height() & ~1);
+    }
     const unsigned w = unsigned(size.width());
     const unsigned h = unsigned(size.height());
     if (quint64(w) * h > kMaxPixels) {
@@ -146,15 +164,16 @@ unsigned VLCFrameBuffer::format(char* chroma, unsigned* width, unsigned* height,
 
     QMutexLocker locker(&m_mutex);
     for (Plane& plane : m_planes) {
-        plane.reset(static_cast<uchar*>(std::aligned_alloc(kAlignment, bytes)));
+        plane.reset(static_cast<uchar*>(std::aligned_alloc(kAlignment, bytes)), std::free);
         if (!plane) {
             qCWarning(lcVlcPlayer, "no memory for a video of %ux%u pixels", w, h);
-            m_planes[0].reset();
-            m_planes[1].reset();
+            for (Plane& allocated : m_planes)
+                allocated.reset();
             return 0;
         }
     }
     m_front = -1;
+    m_held = -1;
     m_size = QSize(int(w), int(h));
     m_pitch = qsizetype(pitch);
     pitches[0] = unsigned(pitch);
@@ -166,9 +185,10 @@ void VLCFrameBuffer::cleanup()
 {
     {
         QMutexLocker locker(&m_mutex);
-        m_planes[0].reset();
-        m_planes[1].reset();
+        for (Plane& plane : m_planes)
+            plane.reset();
         m_front = -1;
+        m_held = -1;
         m_size = QSize();
         m_pitch = 0;
     }
@@ -178,9 +198,11 @@ void VLCFrameBuffer::cleanup()
 void* VLCFrameBuffer::lock(void** planes)
 {
     QMutexLocker locker(&m_mutex);
-    const int back = m_front == 0 ? 1 : 0;
-    // Only the video thread writes the back buffer and only it swaps, so the pointer stays valid
-    // after the mutex is released.
+    int back = 0;
+    while (back == m_front || back == m_held)
+        ++back;
+    // Only the video thread writes the back buffer and only it replaces the planes, so the
+    // pointer stays valid after the mutex is released.
     planes[0] = m_planes[back].get();
     return pictureId(back);
 }
@@ -190,7 +212,7 @@ void VLCFrameBuffer::display(void* picture)
     const int index = pictureIndex(picture);
     {
         QMutexLocker locker(&m_mutex);
-        if (index < 0 || index > 1 || !m_planes[index])
+        if (index < 0 || index > 2 || !m_planes[index])
             return;
         m_front = index;
     }
@@ -208,7 +230,22 @@ void VLCFrameBuffer::notifyMainThread()
 void VLCFrameBuffer::takeLatestFrame()
 {
     m_notifyPending = false;
-    m_lastFrame = copyFrontFrame();
+    QMutexLocker locker(&m_mutex);
+    m_held = m_front;
+    if (m_front < 0 || !m_planes[m_front]) {
+        m_held = -1;
+        locker.unlock();
+        m_lastFrame = QImage();
+        emit frameReady();
+        return;
+    }
+    // The image keeps its plane alive; the decoder leaves it alone while it is held.
+    auto* keep = new Plane(m_planes[m_front]);
+    const QImage frame(
+        keep->get(), m_size.width(), m_size.height(), m_pitch, QImage::Format_RGB32,
+        [](void* plane) { delete static_cast<Plane*>(plane); }, keep);
+    locker.unlock();
+    m_lastFrame = frame;
     emit frameReady();
 }
 

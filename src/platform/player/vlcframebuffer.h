@@ -15,10 +15,11 @@ struct libvlc_media_t;
 namespace kavro {
 
 // The memory a player's decoder renders into. libVLC calls the callbacks below on its video
-// thread; the main thread reads finished frames. Two buffers take turns: the decoder writes the
-// back one while the front one holds the last displayed frame, and a mutex guards the swap and
-// every read of the front buffer. The mutex guards only pointer swaps and copies, never a libVLC
-// call that could wait, so stopping a player from the main thread cannot deadlock with a callback.
+// thread; the main thread reads finished frames. Three buffers take turns: the front one holds the
+// last displayed frame, the main thread paints from the one it took last without copying it, and
+// the decoder writes the third. A mutex guards the turns and every read of the front buffer. It
+// guards only index changes and copies, never a libVLC call that could wait, so stopping a player
+// from the main thread cannot deadlock with a callback.
 class VLCFrameBuffer : public QObject
 {
     Q_OBJECT
@@ -35,12 +36,16 @@ public:
     // Main thread: forgets the displayed frame, for a player stopped or given another recording.
     void clearPicture();
 
-    // Main thread: the last displayed frame (null when no video runs). Cheap to call repeatedly.
-    QImage lastFrame() const { return m_lastFrame; }
+    // Main thread: the last displayed frame (null when no video runs), valid until the event loop
+    // runs again; copy it to keep it.
+    const QImage& lastFrame() const { return m_lastFrame; }
     // Any thread: a fresh copy of the last displayed frame.
     QImage copyFrontFrame() const;
     // The size chosen for the video output, empty when none runs.
     QSize frameSize() const;
+    // Pictures are rendered no larger than this, aspect ratio kept; empty for no limit. Read when
+    // the video output starts.
+    void setSizeLimit(const QSize& limit);
 
     // Larger frames are refused (the output then fails) rather than allocated.
     static constexpr unsigned kMaxSide = 8192;
@@ -51,11 +56,8 @@ signals:
     void frameReady();
 
 private:
-    struct FreeAligned
-    {
-        void operator()(uchar* p) const { std::free(p); }
-    };
-    using Plane = std::unique_ptr<uchar, FreeAligned>;
+    // Shared with the image the main thread holds, which may outlive a change of video size.
+    using Plane = std::shared_ptr<uchar>;
 
     QSize pictureSize(QSize decoded);
     unsigned format(char* chroma, unsigned* width, unsigned* height, unsigned* pitches,
@@ -74,8 +76,10 @@ private:
 
     mutable QMutex m_mutex;
     libvlc_media_t* m_media = nullptr; // retained
-    Plane m_planes[2];
+    Plane m_planes[3];
     int m_front = -1; // index of the displayed buffer, -1 before the first frame
+    int m_held = -1;  // index of the buffer m_lastFrame shows, -1 for none
+    QSize m_sizeLimit;
     QSize m_size;
     qsizetype m_pitch = 0;
 

@@ -18,6 +18,10 @@ namespace kavro {
 
 namespace {
 
+// When a paused seek is asked again: soon enough to be unnoticed, late enough to follow a pause
+// on a loaded machine.
+constexpr int SettleDelaysMs[] = {80, 250, 500};
+
 // The events the players forward; buffering is left out, libVLC sends it many times a second.
 constexpr libvlc_event_type_t kForwardedEvents[] = {
     libvlc_MediaPlayerOpening,     libvlc_MediaPlayerPlaying,    libvlc_MediaPlayerPaused,
@@ -60,6 +64,8 @@ VLCMediaPlayer::VLCMediaPlayer(VLCVideoView* videoView, QObject* parent)
       m_audio(m_player)
 {
     connect(m_frames.get(), &VLCFrameBuffer::frameReady, this, &VLCMediaPlayer::frameReady);
+    m_settleTimer.setSingleShot(true);
+    connect(&m_settleTimer, &QTimer::timeout, this, &VLCMediaPlayer::settlePausedSeek);
     if (m_player) {
         m_frames->attachTo(m_player);
         attachEvents(true);
@@ -116,11 +122,23 @@ void VLCMediaPlayer::seekIssued()
         m_pauseRequested = true;
 }
 
+void VLCMediaPlayer::settlePausedSeek()
+{
+    if (!m_player || m_settleTarget < 0 || !m_pauseRequested)
+        return;
+    libvlc_media_player_set_time(m_player, m_settleTarget);
+    if (m_settleRepeats < int(std::size(SettleDelaysMs)))
+        m_settleTimer.start(SettleDelaysMs[m_settleRepeats++]);
+    else
+        m_settleTarget = -1;
+}
+
 void VLCMediaPlayer::setMedia(const VLCMedia& media)
 {
     if (!m_player)
         return;
     m_pauseRequested = false;
+    m_settleTimer.stop();
     m_media = media;
     m_frames->setMedia(media.handle());
     libvlc_media_player_set_media(m_player, media.handle());
@@ -132,7 +150,9 @@ void VLCMediaPlayer::play()
 {
     if (!m_player || m_media.isNull())
         return;
+    // Playing goes on from where the seek sent the player, whatever picture it showed.
     m_pauseRequested = false;
+    m_settleTimer.stop();
     libvlc_media_player_play(m_player);
 }
 
@@ -151,6 +171,7 @@ void VLCMediaPlayer::stop()
     if (!m_player)
         return;
     m_pauseRequested = false;
+    m_settleTimer.stop();
     libvlc_media_player_stop(m_player);
     m_frames->clearPicture();
 }
@@ -185,8 +206,16 @@ void VLCMediaPlayer::setPosition(float position)
 {
     if (!m_player)
         return;
+    position = std::clamp(position, 0.0f, 1.0f);
+    const qint64 length = lengthMilliseconds();
+    if (length > 0 && position < 1.0f) {
+        // By time, so that a paused player lands on the frame like every other seek.
+        setTime(VLCTime(qint64(double(position) * double(length))));
+        return;
+    }
     seekIssued();
-    libvlc_media_player_set_position(m_player, std::clamp(position, 0.0f, 1.0f));
+    m_settleTimer.stop();
+    libvlc_media_player_set_position(m_player, position);
 }
 
 VLCTime VLCMediaPlayer::time() const
@@ -207,7 +236,15 @@ void VLCMediaPlayer::setTime(const VLCTime& time)
     if (!m_player)
         return;
     seekIssued();
-    libvlc_media_player_set_time(m_player, std::max<qint64>(0, time.intValue()));
+    const qint64 target = std::max<qint64>(0, time.intValue());
+    libvlc_media_player_set_time(m_player, target);
+    m_settleTimer.stop();
+    m_settleTarget = -1;
+    if (m_pauseRequested) {
+        m_settleTarget = target;
+        m_settleRepeats = 1;
+        m_settleTimer.start(SettleDelaysMs[0]);
+    }
 }
 
 qint64 VLCMediaPlayer::lengthMilliseconds() const
@@ -277,7 +314,17 @@ QSize VLCMediaPlayer::videoSize() const
     return m_frames->frameSize();
 }
 
+void VLCMediaPlayer::setRenderSizeLimit(const QSize& limit)
+{
+    m_frames->setSizeLimit(limit);
+}
+
 QImage VLCMediaPlayer::lastFrame() const
+{
+    return m_frames->lastFrame().copy();
+}
+
+const QImage& VLCMediaPlayer::shownFrame() const
 {
     return m_frames->lastFrame();
 }

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QSize>
+#include <QTimer>
 
 #include <memory>
 
@@ -59,7 +60,7 @@ public:
     void setPosition(float position);
     // Null while nothing is open; the length while resting at the end.
     VLCTime time() const;
-    // A null time means the start.
+    // A null time means the start. A paused player shows the first frame at or after the time.
     void setTime(const VLCTime& time);
     // The recording's length in milliseconds; 0 or less while unknown.
     qint64 lengthMilliseconds() const;
@@ -76,10 +77,16 @@ public:
     QList<int> audioTrackIndexes() const;
 
     bool hasVideoOut() const;
+    // The largest picture worth rendering, for a player shown smaller than its video; empty for
+    // the video's own size. Takes effect with the next recording given to the player.
+    void setRenderSizeLimit(const QSize& limit);
     // The size of the rendered picture; empty while no video runs.
     QSize videoSize() const;
-    // The last displayed frame; null while no video runs.
+    // A copy of the last displayed frame; null while no video runs.
     QImage lastFrame() const;
+    // The last displayed frame without a copy, for painting it at once; it may change once the
+    // event loop runs again.
+    const QImage& shownFrame() const;
 
     // Writes the displayed frame, encoded after the file's extension (PNG when unknown). Width
     // and height 0 keep the video's size; one of them 0 keeps its aspect ratio. The old file stays
@@ -103,6 +110,7 @@ private:
     void attachEvents(bool attach);
     bool restingAtEnd() const;
     void seekIssued();
+    void settlePausedSeek();
 
     libvlc_media_player_t* m_player = nullptr;
     std::unique_ptr<VLCFrameBuffer> m_frames;
@@ -114,6 +122,13 @@ private:
     // asked for therefore means "resting at the end", and the player then reports the end. A
     // seek while paused holds the player where it was sent.
     bool m_pauseRequested = false;
+
+    // libVLC shows the frame of a paused seek only when the pause had settled before the seek;
+    // soon after pausing it keeps the old picture. The same seek is asked again a little later,
+    // which lands on the frame whenever the first did not, and costs a decode when it did.
+    QTimer m_settleTimer;
+    qint64 m_settleTarget = -1;
+    int m_settleRepeats = 0;
 };
 
 } // namespace kavro

@@ -35,9 +35,15 @@ QImage VLCVideoView::lastFrame() const
     return m_player ? m_player->lastFrame() : QImage();
 }
 
+const QImage& VLCVideoView::shownFrame() const
+{
+    static const QImage none;
+    return m_player ? m_player->shownFrame() : none;
+}
+
 QRect VLCVideoView::pictureRect() const
 {
-    const QImage frame = lastFrame();
+    const QImage& frame = shownFrame();
     if (frame.isNull() || width() <= 0 || height() <= 0)
         return {};
     const QSize fitted = frame.size().scaled(size(), Qt::KeepAspectRatio);
@@ -47,7 +53,7 @@ QRect VLCVideoView::pictureRect() const
 void VLCVideoView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const QImage frame = lastFrame();
+    const QImage& frame = shownFrame();
     const QRect target = pictureRect();
     if (frame.isNull() || target.isEmpty()) {
         painter.fillRect(rect(), Qt::black);
@@ -57,6 +63,11 @@ void VLCVideoView::paintEvent(QPaintEvent*)
     const QRegion bars = QRegion(rect()) - QRegion(target);
     for (const QRect& bar : bars)
         painter.fillRect(bar, Qt::black);
+    if (target.size() == frame.size()) {
+        // A player rendering at the shown size: a plain copy.
+        painter.drawImage(target.topLeft(), frame);
+        return;
+    }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(target, frame);
 }

@@ -30,6 +30,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    const QImage& shownFrame() const;
+
     QPointer<VLCMediaPlayer> m_player;
 };
 

@@ -71,10 +71,10 @@ struct TinyCard
     QTemporaryDir dir;
     QString root;
     std::unique_ptr<camsim::CardPlan> plan;
+    camsim::CardOptions options = camsim::CardOptions::quick();
 
     bool make(QString* error)
     {
-        camsim::CardOptions options = camsim::CardOptions::quick();
         root = dir.filePath(QStringLiteral("card"));
         options.outDir = root;
         camsim::CardGenerator generator(options);
