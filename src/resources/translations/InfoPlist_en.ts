@@ -537,7 +537,6 @@
     </message>
     <message id="msg.use_external_power_10v">
         <source>With external power the camera cuts off at 10 V. Check the power unit.</source>
-</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="setting.gps.gps_speed_guide1">

@@ -541,7 +541,6 @@
     </message>
     <message id="msg.use_external_power_10v">
         <source>With external power the camera cuts off at 10 V. Check the power unit.</source>
-</oldsource>
         <translation>외부 전원을 쓰면 10V에서 차단됩니다. 전원 장치를 확인하십시오.</translation>
     </message>
     <message id="setting.gps.gps_speed_guide1">
