@@ -23,6 +23,7 @@
 #include "player/vlclibrary.h"
 #include "player/vlcmediaplayer.h"
 #include "player/vlcvideoview.h"
+#include "widgets/artworknames.h"
 #include "widgets/custombackgroundbox.h"
 #include "widgets/tkimagebutton.h"
 #include "widgets/tkthreepartimageview.h"
@@ -85,13 +86,12 @@ void KVRAppDelegate::awakeFromNib()
     m_playInfo = new KVRPlayInfo(this);
     m_mediaList = std::make_unique<KVRMediaList>();
 
-    m_ui.mediaControlBoxForFullScreen->setImages(QStringLiteral("bottom-background"),
-                                                 QStringLiteral("bottom-background"),
-                                                 QStringLiteral("bottom-background"));
-    m_ui.player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
-    m_ui.player1BackgroundView->setLogoImage(QStringLiteral("v1_front_logo"));
-    m_ui.player2BackgroundView->setBackgroundNineImageName(QStringLiteral("v2"));
-    m_ui.player2BackgroundView->setLogoImage(QStringLiteral("v2_rear_logo"));
+    m_ui.mediaControlBoxForFullScreen->setImages(artwork::fullScreenBar, artwork::fullScreenBar,
+                                                 artwork::fullScreenBar);
+    m_ui.player1BackgroundView->setBackgroundNineImageName(artwork::frameSets[0]);
+    m_ui.player1BackgroundView->setLogoImage(artwork::largeFrontLogo);
+    m_ui.player2BackgroundView->setBackgroundNineImageName(artwork::frameSets[1]);
+    m_ui.player2BackgroundView->setLogoImage(artwork::smallRearLogo);
 
     initMediaListTableView();
     setupInitialValues();

@@ -5,6 +5,7 @@
 #include "kvrpositionslider.h"
 #include "kvrvideocontainerview.h"
 #include "telemetry/graphview.h"
+#include "widgets/artworknames.h"
 #include "widgets/custombackgroundbox.h"
 #include "widgets/pmprogressindicator.h"
 #include "widgets/tkimagebutton.h"
@@ -177,7 +178,7 @@ void KVRMainWindowUI::setupHead()
     layout->setContentsMargins(12, 0, 12, 0);
 
     auto* icon = new QLabel(headBox);
-    icon->setPixmap(TKImage::named(QStringLiteral("app_icon"))
+    icon->setPixmap(TKImage::named(artwork::appIcon)
                         .pixmap(window->devicePixelRatioF())
                         .scaled(QSize(30, 30) * window->devicePixelRatioF(), Qt::KeepAspectRatio,
                                 Qt::SmoothTransformation));
@@ -192,8 +193,8 @@ void KVRMainWindowUI::setupHead()
     layout->addWidget(titleLabel);
     layout->addSpacing(16);
     //% "Open a folder of recordings"
-    openFolderButton = imageButton(headBox, "openFolderButton", QStringLiteral("open_folder_n"),
-                                   qtTrId("main.open_folder"));
+    openFolderButton =
+        imageButton(headBox, "openFolderButton", artwork::openFolder, qtTrId("main.open_folder"));
     layout->addWidget(openFolderButton);
     statusField = caption(headBox, QString());
     statusField->setObjectName(QStringLiteral("statusField"));
@@ -293,40 +294,37 @@ void KVRMainWindowUI::setupMediaControlBox()
     column->addLayout(buttons);
     QWidget* p = mediaControlBox;
     //% "Back 10 seconds"
-    jumpBackwardButton = imageButton(p, "jumpBackwardButton", QStringLiteral("jump_backward_n"),
-                                     qtTrId("main.jump_backward"));
+    jumpBackwardButton =
+        imageButton(p, "jumpBackwardButton", artwork::jumpBackward, qtTrId("main.jump_backward"));
     //% "Play or pause"
-    playButton = imageButton(p, "playButton", QStringLiteral("icon_play_n"), qtTrId("main.play"));
+    playButton = imageButton(p, "playButton", artwork::play, qtTrId("main.play"));
     //% "Forward 10 seconds"
-    jumpForwardButton = imageButton(p, "jumpForwardButton", QStringLiteral("jump_forward_n"),
-                                    qtTrId("main.jump_forward"));
+    jumpForwardButton =
+        imageButton(p, "jumpForwardButton", artwork::jumpForward, qtTrId("main.jump_forward"));
     //% "Slower"
-    speedDownButton = imageButton(p, "speedDownButton", QStringLiteral("speed_down_n"),
-                                  qtTrId("main.speed_down"));
+    speedDownButton =
+        imageButton(p, "speedDownButton", artwork::speedDown, qtTrId("main.speed_down"));
     //% "Playback speed"
     speedTextButton =
         textButton(p, "speedTextButton", QStringLiteral("1.0x"), qtTrId("main.speed_text"));
     //% "Faster"
-    speedUpButton =
-        imageButton(p, "speedUpButton", QStringLiteral("speed_up_n"), qtTrId("main.speed_up"));
+    speedUpButton = imageButton(p, "speedUpButton", artwork::speedUp, qtTrId("main.speed_up"));
     //% "Smaller"
-    sizeDownButton =
-        imageButton(p, "sizeDownButton", QStringLiteral("size_down_n"), qtTrId("main.size_down"));
+    sizeDownButton = imageButton(p, "sizeDownButton", artwork::sizeDown, qtTrId("main.size_down"));
     //% "Video size"
     sizeTextButton =
         textButton(p, "sizeTextButton", QStringLiteral("0.00x"), qtTrId("main.size_text"));
     //% "Larger"
-    sizeUpButton =
-        imageButton(p, "sizeUpButton", QStringLiteral("size_up_n"), qtTrId("main.size_up"));
+    sizeUpButton = imageButton(p, "sizeUpButton", artwork::sizeUp, qtTrId("main.size_up"));
     //% "Sound from the front or the rear camera"
-    audioToggleButton = imageButton(p, "audioToggleButton", QStringLiteral("audio_front_n"),
-                                    qtTrId("main.audio_toggle"));
-    audioToggleButton->setOnImage(QStringLiteral("audio_rear_n"));
+    audioToggleButton =
+        imageButton(p, "audioToggleButton", artwork::audioFront, qtTrId("main.audio_toggle"));
+    audioToggleButton->setOnImage(artwork::audioRear);
     //% "Swap the pictures"
-    swapButton = imageButton(p, "swapButton", QStringLiteral("swap_n"), qtTrId("main.swap"));
+    swapButton = imageButton(p, "swapButton", artwork::swap, qtTrId("main.swap"));
     //% "Quieter"
-    volumeDownButton = imageButton(p, "volumeDownButton", QStringLiteral("volume_down_n"),
-                                   qtTrId("main.volume_down"));
+    volumeDownButton =
+        imageButton(p, "volumeDownButton", artwork::volumeDown, qtTrId("main.volume_down"));
     volumeSlider = new QSlider(Qt::Horizontal, p);
     volumeSlider->setObjectName(QStringLiteral("volumeSlider"));
     volumeSlider->setRange(0, 200);
@@ -335,16 +333,14 @@ void KVRMainWindowUI::setupMediaControlBox()
     //% "Volume"
     volumeSlider->setAccessibleName(qtTrId("main.volume"));
     //% "Louder"
-    volumeUpButton =
-        imageButton(p, "volumeUpButton", QStringLiteral("volume_up_n"), qtTrId("main.volume_up"));
+    volumeUpButton = imageButton(p, "volumeUpButton", artwork::volumeUp, qtTrId("main.volume_up"));
     //% "Full screen"
-    fullScreenButton = imageButton(p, "fullScreenButton", QStringLiteral("fullscreen_n"),
-                                   qtTrId("main.full_screen"));
+    fullScreenButton =
+        imageButton(p, "fullScreenButton", artwork::fullScreen, qtTrId("main.full_screen"));
     //% "Save the picture"
-    captureButton =
-        imageButton(p, "captureButton", QStringLiteral("capture_n"), qtTrId("main.capture"));
+    captureButton = imageButton(p, "captureButton", artwork::capture, qtTrId("main.capture"));
     //% "Print the picture"
-    printButton = imageButton(p, "printButton", QStringLiteral("print_n"), qtTrId("main.print"));
+    printButton = imageButton(p, "printButton", artwork::print, qtTrId("main.print"));
 
     const auto addGroup = [buttons](std::initializer_list<QWidget*> group, int spacingAfter) {
         for (QWidget* widget : group)
@@ -370,8 +366,8 @@ void KVRMainWindowUI::setupFullScreenBar()
     auto* layout = row(mediaControlBoxForFullScreen, 10);
     layout->setContentsMargins(12, 0, 12, 0);
     QWidget* bar = mediaControlBoxForFullScreen;
-    playButtonForFullScreen = imageButton(bar, "playButtonForFullScreen",
-                                          QStringLiteral("icon_play_n"), qtTrId("main.play"));
+    playButtonForFullScreen =
+        imageButton(bar, "playButtonForFullScreen", artwork::play, qtTrId("main.play"));
     // The bar is lower than the normal control box; the play button shrinks with it.
     playButtonForFullScreen->setFixedSize(32, 32);
     videoPositionSliderForFullScreen = new KVRPositionSlider(bar);
@@ -379,9 +375,8 @@ void KVRMainWindowUI::setupFullScreenBar()
         QStringLiteral("videoPositionSliderForFullScreen"));
     videoPositionSliderForFullScreen->setAccessibleName(qtTrId("main.position"));
     //% "Leave full screen"
-    leaveFullScreenButton =
-        imageButton(bar, "leaveFullScreenButton", QStringLiteral("fullscreen_exit_n"),
-                    qtTrId("main.leave_full_screen"));
+    leaveFullScreenButton = imageButton(bar, "leaveFullScreenButton", artwork::leaveFullScreen,
+                                        qtTrId("main.leave_full_screen"));
     playTimeFieldForFullScreen = timeField(bar, "playTimeFieldForFullScreen");
     layout->addWidget(playButtonForFullScreen);
     layout->addWidget(videoPositionSliderForFullScreen, 1);
@@ -393,12 +388,11 @@ void KVRMainWindowUI::setupRightColumn()
 {
     auto* sideLayout = row(sideButtonBox, 4);
     //% "Recordings"
-    recordButtonImageView = imageButton(sideButtonBox, "recordButtonImageView",
-                                        QStringLiteral("record_p"), qtTrId("main.list_view"));
+    recordButtonImageView = imageButton(sideButtonBox, "recordButtonImageView", artwork::listShown,
+                                        qtTrId("main.list_view"));
     //% "Map"
-    informationButtonImageView =
-        imageButton(sideButtonBox, "informationButtonImageView", QStringLiteral("information_n"),
-                    qtTrId("main.map_view"));
+    informationButtonImageView = imageButton(sideButtonBox, "informationButtonImageView",
+                                             artwork::mapHidden, qtTrId("main.map_view"));
     sideLayout->addWidget(recordButtonImageView);
     sideLayout->addWidget(informationButtonImageView);
     sideLayout->addStretch(1);

@@ -1,5 +1,6 @@
 #include "kvrmedialisttablemodel.h"
 
+#include "widgets/artworknames.h"
 #include "widgets/tkimage.h"
 
 #include <QFont>
@@ -18,24 +19,16 @@ Qt::Alignment columnAlignment(int column)
            Qt::AlignVCenter;
 }
 
-QString modeWord(const KVRMedia& media)
+// Index of the recording's mode in the icon table, or -1 when the name gives none.
+int modeIndex(const KVRMedia& media)
 {
     if (media.isAlwaysMedia())
-        return QStringLiteral("alwa");
+        return 0;
     if (media.isMotionMedia())
-        return QStringLiteral("motion");
+        return 1;
     if (media.isEventMedia())
-        return QStringLiteral("event");
-    return QString();
-}
-
-QString directionWord(const KVRMedia& media)
-{
-    if (media.isFrontMedia())
-        return QStringLiteral("front");
-    if (media.isRearMedia())
-        return QStringLiteral("rear");
-    return QString();
+        return 2;
+    return -1;
 }
 
 } // namespace
@@ -117,11 +110,10 @@ QString KVRMediaListTableModel::modeText(const KVRMedia& media)
 
 QString KVRMediaListTableModel::modeImageName(const KVRMedia& media)
 {
-    const QString direction = directionWord(media);
-    const QString mode = modeWord(media);
-    if (direction.isEmpty() || mode.isEmpty())
+    const int mode = modeIndex(media);
+    if (mode < 0 || !(media.isFrontMedia() || media.isRearMedia()))
         return QString();
-    return QStringLiteral("car_%1_%2").arg(direction, mode);
+    return artwork::carIcons[media.isRearMedia()][mode];
 }
 
 QString KVRMediaListTableModel::dateText(const KVRMedia& media)

@@ -8,6 +8,7 @@
 #include "kvrvideocontainerview.h"
 #include "kvrwindowlayout.h"
 #include "player/vlcmediaplayer.h"
+#include "widgets/artworknames.h"
 #include "widgets/tkimagebutton.h"
 
 #include <QLabel>
@@ -67,8 +68,7 @@ void KVRPlaybackControls::observePlayInfo()
         m_ui.sizeTextButton->setText(QString::asprintf("%.2fx", scale));
     });
     connect(m_playInfo, &KVRPlayInfo::isPlayingChanged, this, [this](bool playing) {
-        const QString image =
-            playing ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n");
+        const QString image = playing ? artwork::pause : artwork::play;
         m_ui.playButton->setImage(image);
         m_ui.playButtonForFullScreen->setImage(image);
     });

@@ -14,6 +14,7 @@
 #include "player/vlcmediaplayer.h"
 #include "player/vlcvideoview.h"
 #include "telemetry/graphview.h"
+#include "widgets/artworknames.h"
 #include "widgets/tkimagebutton.h"
 #include "widgets/tkvideobackgroundimageview.h"
 
@@ -169,10 +170,10 @@ void KVRPlaybackEngine::updateVideoUI()
         m_players.player2->setMedia(VLCMedia());
     }
     const bool rear = media->isRearMedia();
-    m_ui.player1BackgroundView->setLogoImage(rear ? QStringLiteral("v1_rear_logo")
-                                                  : QStringLiteral("v1_front_logo"));
-    m_ui.player2BackgroundView->setLogoImage(rear ? QStringLiteral("v2_front_logo")
-                                                  : QStringLiteral("v2_rear_logo"));
+    m_ui.player1BackgroundView->setLogoImage(rear ? artwork::largeRearLogo
+                                                  : artwork::largeFrontLogo);
+    m_ui.player2BackgroundView->setLogoImage(rear ? artwork::smallFrontLogo
+                                                  : artwork::smallRearLogo);
     // The small picture shows once its player plays; without a partner it stays away.
     const bool twoPlayers = hasMedia(m_players.player2);
     if (!twoPlayers)
@@ -535,11 +536,11 @@ void KVRPlaybackEngine::chooseAudioAuto()
 void KVRPlaybackEngine::setLogos()
 {
     m_ui.player1BackgroundView->setLogoImage(m_players.player1->media().isRearMedia()
-                                                 ? QStringLiteral("v1_rear_logo")
-                                                 : QStringLiteral("v1_front_logo"));
+                                                 ? artwork::largeRearLogo
+                                                 : artwork::largeFrontLogo);
     m_ui.player2BackgroundView->setLogoImage(m_players.player2->media().isFrontMedia()
-                                                 ? QStringLiteral("v2_front_logo")
-                                                 : QStringLiteral("v2_rear_logo"));
+                                                 ? artwork::smallFrontLogo
+                                                 : artwork::smallRearLogo);
 }
 
 void KVRPlaybackEngine::swapPlayer()

@@ -4,6 +4,7 @@
 #include "kvrmainwindowui.h"
 #include "kvrmedialisttableview.h"
 #include "kvrvideocontainerview.h"
+#include "widgets/artworknames.h"
 #include "widgets/custombackgroundbox.h"
 #include "widgets/tkimagebutton.h"
 #include "widgets/tkthreepartimageview.h"
@@ -136,10 +137,8 @@ void KVRWindowLayout::layoutMapContainer()
 void KVRWindowLayout::updateSideViewButton()
 {
     const bool map = m_rightViewMode == MapMode;
-    m_ui.recordButtonImageView->setImage(map ? QStringLiteral("record_n")
-                                             : QStringLiteral("record_p"));
-    m_ui.informationButtonImageView->setImage(map ? QStringLiteral("information_p")
-                                                  : QStringLiteral("information_n"));
+    m_ui.recordButtonImageView->setImage(map ? artwork::listHidden : artwork::listShown);
+    m_ui.informationButtonImageView->setImage(map ? artwork::mapShown : artwork::mapHidden);
     m_ui.mapContainerView->setVisible(map);
     m_ui.mediaListTableView->setVisible(!map);
     layoutMapContainer();

@@ -30,15 +30,14 @@ private slots:
         const QString folder = makeFolder(
             "card", {"DCIM/A/alwa_20240131_120000_F.avi", "DCIM/A/alwa_20240131_120000_R.avi",
                      "DCIM/E/event_20240131_120000_F.avi", "DCIM/M/motion_20240201_080910_R.AVI",
-                     "ALWA_20240131_120000_F.avi", "clip.avi", "alwa_20240131_120000_X.avi",
-                     "alwa_20241331_120000_F.avi", "notes.txt"});
+                     "ALWA_20240131_120000_F.avi"});
         Viewer viewer;
         QVERIFY(viewer.openFolder(folder));
         KVRMediaListTableModel* model = viewer.model();
         QCOMPARE(model->rowCount(), 5);
         QCOMPARE(viewer.ui().mediaListTableView->model(), model);
 
-        // Undated first, then by time; at one time event before always, front before rear.
+        // In the list's order, which the recording-list tests pin down.
         const char* const expected[] = {
             "ALWA_20240131_120000_F.avi media.always car_front_alwa - -",
             "event_20240131_120000_F.avi media.event car_front_event 2024-01-31 12:00:00",

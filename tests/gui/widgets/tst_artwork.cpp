@@ -1,3 +1,4 @@
+#include "widgets/artworknames.h"
 #include "widgets/ninepartlayer.h"
 #include "widgets/tkimage.h"
 
@@ -8,38 +9,25 @@ using kavro::TKImage;
 
 namespace {
 
-const QStringList states = {QStringLiteral("n"), QStringLiteral("p"), QStringLiteral("h")};
-
-// Every control of the main window, each with its normal, pressed and roll-over look.
-const QStringList controls = {
-    "icon_play", "icon_pause", "jump_backward", "jump_forward", "speed_down",      "speed_up",
-    "size_down", "size_up",    "volume_down",   "volume_up",    "audio_front",     "audio_rear",
-    "swap",      "capture",    "print",         "fullscreen",   "fullscreen_exit", "open_folder",
-};
-
 QStringList namesUsedByTheMainWindow()
 {
-    QStringList names;
-    for (const char* direction : {"front", "rear"}) {
-        for (const char* mode : {"alwa", "motion", "event"})
-            names << QStringLiteral("car_%1_%2").arg(direction, mode);
+    namespace art = kavro::artwork;
+    QStringList names = {art::appIcon, art::fullScreenBar};
+    for (QLatin1String control : art::controls) {
+        const QString stem = QString(control).chopped(2);
+        names << control << stem + "_p" << stem + "_h";
     }
-    // The side buttons are named with their extension where the window sets them.
-    names << "record_n.png"
-          << "record_p.png"
-          << "information_n.png"
-          << "information_p.png";
-    names << "bottom-background"
-          << "app_icon";
-    for (const char* set : {"v1", "v2"}) {
+    for (QLatin1String name : art::sideButtons)
+        names << name;
+    for (QLatin1String name : art::logos)
+        names << name;
+    for (const auto& direction : art::carIcons) {
+        for (QLatin1String name : direction)
+            names << name;
+    }
+    for (QLatin1String set : art::frameSets) {
         for (int part = 0; part < NinePartLayer::PartCount; ++part)
-            names << NinePartLayer::partName(QLatin1String(set), NinePartLayer::Part(part));
-        for (const char* channel : {"front", "rear"})
-            names << QStringLiteral("%1_%2_logo").arg(set, channel);
-    }
-    for (const QString& control : controls) {
-        for (const QString& state : states)
-            names << control + '_' + state;
+            names << NinePartLayer::partName(set, NinePartLayer::Part(part));
     }
     return names;
 }
@@ -88,8 +76,8 @@ private slots:
     void nineSetsFitTogether()
     {
         // Corners of one size, edges as thick as the corners, so the frame joins up.
-        for (const char* set : {"v1", "v2"}) {
-            const NinePartLayer layer = NinePartLayer::fromImageSet(QLatin1String(set));
+        for (QLatin1String set : kavro::artwork::frameSets) {
+            const NinePartLayer layer = NinePartLayer::fromImageSet(set);
             const QSize corner = layer.image(NinePartLayer::TopLeftCorner).size();
             for (auto part : {NinePartLayer::TopRightCorner, NinePartLayer::BottomLeftCorner,
                               NinePartLayer::BottomRightCorner})
