@@ -1,6 +1,7 @@
 #include "kvrmainwindowui.h"
 
 #include "customwindow.h"
+#include "kvrcontrolrowfitter.h"
 #include "kvrmedialisttableview.h"
 #include "kvrpositionslider.h"
 #include "kvrvideocontainerview.h"
@@ -356,6 +357,8 @@ void KVRMainWindowUI::setupMediaControlBox()
     addGroup({audioToggleButton, swapButton}, 14);
     addGroup({volumeDownButton, volumeSlider, volumeUpButton}, 14);
     buttons->addWidget(fullScreenButton);
+    // Print and capture have menu entries and keys; in a narrow window their buttons give way.
+    new KVRControlRowFitter(mediaControlBox, buttons, {printButton, captureButton});
 }
 
 void KVRMainWindowUI::setupFullScreenBar()

@@ -1,5 +1,5 @@
 // The main window and every page of the settings window, in Korean at their smallest size: each
-// text fits the room its control got, and none shows as its key.
+// text fits the room its control got, none shows as its key, and no control lies over another.
 
 #include "appfixture.h"
 
@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QBoxLayout>
 #include <QRegularExpression>
 
 using namespace kavro;
@@ -47,6 +48,20 @@ QStringList badTexts(QWidget* root)
     }
     for (QAbstractButton* button : root->findChildren<QAbstractButton*>())
         check(button, button->text(), button->sizeHint());
+    // Controls of fixed size in a row too short for them are laid over each other.
+    for (QBoxLayout* row : root->findChildren<QBoxLayout*>()) {
+        QList<QWidget*> shown;
+        for (int i = 0; i < row->count(); ++i) {
+            QWidget* widget = row->itemAt(i)->widget();
+            if (widget && widget->isVisible())
+                shown << widget;
+        }
+        for (qsizetype i = 1; i < shown.size(); ++i) {
+            if (shown[i - 1]->geometry().intersects(shown[i]->geometry()))
+                bad << QStringLiteral("%1 overlaps %2")
+                           .arg(shown[i - 1]->objectName(), shown[i]->objectName());
+        }
+    }
     return bad;
 }
 
