@@ -69,14 +69,15 @@ private slots:
     {
         Viewer& viewer = *m_viewer;
         QCOMPARE(controls()->volume(), quint64(70));
+        QWidget* list = viewer.ui().mediaListTableView;
         controls()->volumeSliderMoved(195);
-        controls()->volumeUp();
+        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
         QCOMPARE(controls()->volume(), quint64(200));
-        controls()->volumeUp();
+        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
         QCOMPARE(controls()->volume(), quint64(200));
         QCOMPARE(viewer.ui().volumeSlider->value(), 200);
         controls()->volumeSliderMoved(5);
-        controls()->volumeDown();
+        QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
         QCOMPARE(controls()->volume(), quint64(0));
         QCOMPARE(viewer.ui().volumeSlider->value(), 0);
         // The slider itself, as the person drags it.
@@ -161,28 +162,29 @@ private slots:
     {
         Viewer& viewer = *m_viewer;
         CustomWindow* window = viewer.window();
+        QWidget* list = viewer.ui().mediaListTableView;
         const QRect start = window->frameGeometry();
         QCOMPARE(start.size(), KVRWindowLayout::minWindowSize());
-        controls()->sizeDown();
+        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(window->frameGeometry(), start);
 
         // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height).
-        controls()->sizeUp();
+        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
         QCOMPARE(window->frameGeometry().size(), QSize(1224, 768));
-        controls()->sizeUp();
+        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
         QCOMPARE(window->frameGeometry().size(), QSize(1428, 896));
         QVERIFY(!window->isFullScreen());
-        controls()->sizeUp();
+        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
         QVERIFY(window->isFullScreen());
         QCOMPARE(window->frameGeometry().size(), QSize(1600, 1000));
-        controls()->sizeUp();
+        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
         QVERIFY(window->isFullScreen());
 
         // Smaller leaves full screen for the start-up frame, then shrinks no further.
-        controls()->sizeDown();
+        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
         QVERIFY(!window->isFullScreen());
         QCOMPARE(window->frameGeometry(), start);
-        controls()->sizeDown();
+        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(window->frameGeometry(), start);
         QTRY_COMPARE(viewer.ui().sizeTextButton->text(), shownSize());
     }

@@ -187,7 +187,7 @@ private slots:
         const auto before = pictureDrift(viewer);
         QVERIFY(before);
 
-        viewer.engine()->swapPlayer();
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_S);
         QVERIFY(viewer.engine()->swapping());
         QCOMPARE(viewer.player1()->media().path(), m_card.path(*pair, true));
         viewer.engine()->swapPlayer(); // ignored while the first swap runs
@@ -243,8 +243,8 @@ private slots:
         if (direction == KVRPlayInfo::AudioNone)
             return;
 
-        // The person's choice moves the sound to the other camera.
-        toggle->click();
+        // The person's choice (the button, or A) moves the sound to the other camera.
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_A);
         const int other = 1 - direction;
         QCOMPARE(playInfo->audioMediaDirection(), other);
         QCOMPARE(viewer.player1()->audio()->isMuted(), other != KVRPlayInfo::AudioFront);

@@ -143,6 +143,11 @@ private slots:
         QCOMPARE(ui.recordButtonImageView->images().normal.name(), QString("record_n"));
         QCOMPARE(ui.informationButtonImageView->images().normal.name(), QString("information_p"));
 
+        // Ctrl+1 and Ctrl+2 press the same buttons.
+        QTest::keyClick(ui.mapContainerView, Qt::Key_1, Qt::ControlModifier);
+        QVERIFY(ui.mediaListTableView->isVisible());
+        QTest::keyClick(ui.mediaListTableView, Qt::Key_2, Qt::ControlModifier);
+        QVERIFY(ui.mapContainerView->isVisible());
         // A newly read folder brings the list back.
         QTemporaryDir empty;
         QVERIFY(m_viewer->openFolder(empty.path()));
