@@ -2,6 +2,7 @@
 
 #include "applog.h"
 #include "card/alertsheet.h"
+#include "card/filepanel.h"
 #include "common/outputfile.h"
 #include "customwindow.h"
 #include "kvrmainwindowui.h"
@@ -25,21 +26,6 @@
 namespace kavro {
 
 namespace {
-
-// A save dialog as a sheet on the main window, in our own look so that it behaves alike on
-// every desktop.
-QFileDialog* newSavePanel(QWidget* window, const QString& title, const QString& folder,
-                          const QString& name)
-{
-    auto* panel = new QFileDialog(window, title, folder);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->setFileMode(QFileDialog::AnyFile);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->setWindowModality(Qt::WindowModal);
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->selectFile(name);
-    return panel;
-}
 
 QString captionLine(const QString& label, const QString& value)
 {
@@ -91,14 +77,14 @@ void KVRCaptureCommands::captureVideo()
 {
     if (!m_player1->isPlaying() || !writeSnapshot())
         return;
-    QFileDialog* panel = newSavePanel(m_ui.window, QStringLiteral("Save Settings"),
-                                      proposedFolder(), QStringLiteral("kavro_capture.png"));
+    QFileDialog* panel =
+        openFilePanel(m_ui.window, QFileDialog::AcceptSave, QStringLiteral("Save Settings"), {},
+                      QStringLiteral("kavro_capture.png"), proposedFolder());
     panel->setObjectName(QStringLiteral("captureSavePanel"));
     panel->setFilter(panel->filter() | QDir::Hidden);
     // The copy never replaces a file, so there is nothing to confirm.
     panel->setOption(QFileDialog::DontConfirmOverwrite);
     connect(panel, &QFileDialog::fileSelected, this, &KVRCaptureCommands::saveCaptureCopy);
-    panel->open();
 }
 
 void KVRCaptureCommands::saveCaptureCopy(const QString& path)
@@ -203,16 +189,15 @@ void KVRCaptureCommands::exportFramePdf()
     const QStringList caption = frameCaption();
     const QString name = QFileInfo(m_player1->media().path()).completeBaseName();
     //% "Export Frame as PDF"
-    QFileDialog* panel = newSavePanel(m_ui.window, qtTrId("main.export_pdf.title"),
-                                      proposedFolder(), name + QStringLiteral(".pdf"));
+    QFileDialog* panel =
+        openFilePanel(m_ui.window, QFileDialog::AcceptSave, qtTrId("main.export_pdf.title"),
+                      QStringLiteral("pdf"), name + QStringLiteral(".pdf"), proposedFolder());
     panel->setObjectName(QStringLiteral("exportPdfPanel"));
-    panel->setDefaultSuffix(QStringLiteral("pdf"));
     const QString title = QFileInfo(m_player1->media().path()).fileName();
     connect(panel, &QFileDialog::fileSelected, this,
             [this, frame, caption, title](const QString& path) {
                 writeFramePdf(path, frame, caption, title);
             });
-    panel->open();
 }
 
 void KVRCaptureCommands::writeFramePdf(const QString& path, const QImage& frame,
