@@ -379,11 +379,6 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
     });
 }
 
-void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds)
-{
-    placePartnerAt(milliseconds, true);
-}
-
 void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds, bool mayHold)
 {
     VLCMediaPlayer* player2 = m_players.player2;

@@ -67,8 +67,9 @@ public:
     // window shows where the seek landed.
     void syncVideoPositionDelay(double seconds);
     // Puts the small player at the same time from the start of its recording as the given one,
-    // or on its last frame when its recording is shorter.
-    void placePartnerAt(qint64 milliseconds);
+    // or on its last frame when its recording is shorter. A seek of both while they play holds
+    // them on one frame; told it may not, the pair is taken as paused.
+    void placePartnerAt(qint64 milliseconds, bool mayHold = true);
     // Both paused players on one frame: the large one's, as near as libVLC tells it.
     void alignPausedPair();
     const KVRPartnerSlave* partnerSlave() const { return m_slave; }
@@ -117,9 +118,6 @@ private:
     void setPartnerMedia(const VLCMedia& media);
     // Pauses both players on the frame at the time and lets them go on together.
     void holdPairAt(qint64 milliseconds);
-    // A seek of both while they play holds them on one frame; told not to, the pair is taken as
-    // paused.
-    void placePartnerAt(qint64 milliseconds, bool mayHold);
     void placePairOnOneFrame();
 
     KVRMainWindowUI& m_ui;

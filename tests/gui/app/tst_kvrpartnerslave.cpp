@@ -131,6 +131,10 @@ private slots:
             controls->jumpForward();
             break;
         case Action::Swap:
+            // Swapping takes both pictures playing; a partner mid-correction may not be yet.
+            QTRY_VERIFY_WITH_TIMEOUT(KVRPlaybackEngine::isPlaying(viewer.player1()) &&
+                                         KVRPlaybackEngine::isPlaying(viewer.player2()),
+                                     5000);
             engine->swapPlayer();
             QVERIFY(engine->swapping());
             settleMs = 1700;
