@@ -2,6 +2,7 @@
 // recovery of a recording cut short, and the cut-short recording as the player is fed it.
 #include "scratchfile.h"
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 #include "telemetry/kvrblackboxdata.h"
 #include "telemetry/recordingprobe.h"
@@ -20,7 +21,7 @@ void extract(const QString& path, bool recover)
 {
     KVRBlackBoxData store;
     store.setRecoverCutShort(recover);
-    if (!store.ExtractStreamInformation(path))
+    if (!store.ExtractStreamInformation(nativePath(path)))
         return;
     RecordingProbe::telemetrySeconds(store);
     telemetryJson(store);

@@ -3,6 +3,7 @@
 #include "progressline.h"
 #include "streamedoutput.h"
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/kvrblackboxdata.h"
 #include "telemetry/telemetryexport.h"
 #include "telemetry/tripexport.h"
@@ -65,7 +66,7 @@ int oneRecording(const CommandLine& line, const QString& path, const QString& fo
 {
     KVRBlackBoxData store;
     store.setRecoverCutShort(line.has("--recover"));
-    if (!store.ExtractStreamInformation(path)) {
+    if (!store.ExtractStreamInformation(nativePath(path))) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             return fail(

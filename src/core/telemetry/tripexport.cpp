@@ -1,6 +1,7 @@
 #include "tripexport.h"
 
 #include "common/jsonwriter.h"
+#include "qtbridge/qtbridge.h"
 #include "telemetryexport.h"
 
 #include <QIODevice>
@@ -233,7 +234,7 @@ bool TripExport::write(const Sink& sink, const Progress& progress, const Refusal
         document->beginDrive(drive);
         for (std::size_t i = drive.first; i < drive.first + drive.count; ++i) {
             const TripPlan::Recording& recording = m_plan.recordings()[i];
-            if (!readTelemetry(store, recording.media->path(), m_options)) {
+            if (!readTelemetry(store, nativePath(recording.media->path()), m_options)) {
                 store.clear();
                 if (refusal)
                     refusal({recording.media->path(),

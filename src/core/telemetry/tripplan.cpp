@@ -1,5 +1,6 @@
 #include "tripplan.h"
 
+#include "qtbridge/qtbridge.h"
 #include "recording/kvrmedialist.h"
 #include "recordingprobe.h"
 
@@ -26,7 +27,8 @@ std::int64_t nameSeconds(const KVRMediaTime& time)
 
 } // namespace
 
-bool readTelemetry(KVRBlackBoxData& store, const QString& path, const TelemetryReadOptions& options)
+bool readTelemetry(KVRBlackBoxData& store, const std::string& path,
+                   const TelemetryReadOptions& options)
 {
     store.setLimits(options.limits);
     store.setRecoverCutShort(options.recover);
@@ -103,11 +105,11 @@ void TripPlan::measure(const std::vector<Candidate>& chosen, const TelemetryRead
 {
     KVRBlackBoxData store;
     for (const Candidate& candidate : chosen) {
-        const RecordingProbe probe = RecordingProbe::probe(candidate.media->path());
+        const RecordingProbe probe = RecordingProbe::probe(nativePath(candidate.media->path()));
         if (probe.status() == RecordingProbe::Status::CannotOpen) {
             m_problems.push_back(
-                {candidate.shownPath,
-                 QStringLiteral("cannot open %1: %2").arg(candidate.shownPath, probe.openError())});
+                {candidate.shownPath, QStringLiteral("cannot open %1: %2")
+                                          .arg(candidate.shownPath, pathText(probe.openError()))});
             continue;
         }
         if (probe.status() == RecordingProbe::Status::NotAvi) {
@@ -117,7 +119,7 @@ void TripPlan::measure(const std::vector<Candidate>& chosen, const TelemetryRead
             continue;
         }
         std::optional<double> seconds = probe.headerSeconds();
-        if (!seconds && readTelemetry(store, candidate.media->path(), options))
+        if (!seconds && readTelemetry(store, nativePath(candidate.media->path()), options))
             seconds = RecordingProbe::telemetrySeconds(store);
         m_recordings.push_back({candidate.media, seconds.value_or(0), 0});
     }

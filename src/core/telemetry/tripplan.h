@@ -21,7 +21,7 @@ struct TelemetryReadOptions
 };
 
 // Reads one file's telemetry into the store with the options; false as ExtractStreamInformation.
-bool readTelemetry(KVRBlackBoxData& store, const QString& path,
+bool readTelemetry(KVRBlackBoxData& store, const std::string& path,
                    const TelemetryReadOptions& options);
 
 // The recordings that the files and folders given make up, in time order and cut into drives:

@@ -1,5 +1,6 @@
 #include "appfixture.h"
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 
 #include <algorithm>
@@ -112,7 +113,7 @@ private slots:
 
         // The telemetry is the front file's, whichever row was chosen.
         KVRBlackBoxData frontData;
-        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*pair, false)));
+        QVERIFY(frontData.ExtractStreamInformation(nativePath(m_card.path(*pair, false))));
         QVERIFY(!frontData.GSensors().empty());
         QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
         QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <string>
+
+namespace kavro {
+
+// The core takes paths as the file system has them (bytes); the viewer holds them as text.
+// These are the one place where the two meet.
+inline std::string nativePath(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+inline QString pathText(const std::string& path)
+{
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}
+
+} // namespace kavro
