@@ -26,7 +26,7 @@ void extract(const QString& path, bool recover)
     RecordingProbe::telemetrySeconds(store);
     telemetryJson(store);
     telemetryCsv(store);
-    routeGpx(routePoints(store), QStringLiteral("fuzz"));
+    routeGpx(routePoints(store), "fuzz");
 }
 
 // Reads the whole file as shown, in pieces of uneven size, and checks that every byte promised

@@ -96,17 +96,17 @@ int printHelp(const QString& text)
     return ExitOk;
 }
 
-int writeOutput(const CommandLine& line, const QByteArray& output)
+int writeOutput(const CommandLine& line, std::string_view output)
 {
     if (std::optional<QString> path = line.value("-o")) {
         QString error;
-        if (!writeFile(*path, output, &error))
+        if (!writeFile(*path, QByteArray::fromRawData(output.data(), qsizetype(output.size())),
+                       &error))
             return fail(
                 QStringLiteral("%1: cannot write %2: %3").arg(line.command(), *path, error));
         return ExitOk;
     }
-    if (std::fwrite(output.constData(), 1, static_cast<size_t>(output.size()), stdout) !=
-            static_cast<size_t>(output.size()) ||
+    if (std::fwrite(output.data(), 1, output.size(), stdout) != output.size() ||
         std::fflush(stdout) != 0)
         return fail(QStringLiteral("%1: cannot write to standard output").arg(line.command()));
     return ExitOk;

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <optional>
+#include <string_view>
 
 namespace kavro::cli {
 
@@ -57,6 +58,10 @@ void note(const QString& message);
 int printHelp(const QString& text);
 
 // Sends the output to the file named by -o (written atomically) or to stdout.
-int writeOutput(const CommandLine& line, const QByteArray& output);
+int writeOutput(const CommandLine& line, std::string_view output);
+inline int writeOutput(const CommandLine& line, const QByteArray& output)
+{
+    return writeOutput(line, std::string_view(output.constData(), std::size_t(output.size())));
+}
 
 } // namespace kavro::cli

@@ -102,7 +102,7 @@ QByteArray showJson(const _FILEDATA& record)
         json.key(field.name);
         switch (field.type) {
         case FieldType::Chars:
-            json.value(fieldText(record, field));
+            json.value(fieldText(record, field).toStdString());
             break;
         case FieldType::U32Array:
             json.beginArray(JsonWriter::Layout::Inline);
@@ -118,14 +118,14 @@ QByteArray showJson(const _FILEDATA& record)
     json.key("checksum_valid");
     json.value(hasValidChecksum(record));
     json.endObject();
-    return json.take();
+    return QByteArray::fromStdString(json.take());
 }
 
 QByteArray quoted(const QString& text)
 {
     JsonWriter json(false);
-    json.value(text);
-    return json.take().trimmed();
+    json.value(text.toStdString());
+    return QByteArray::fromStdString(json.take()).trimmed();
 }
 
 QByteArray showText(const _FILEDATA& record)

@@ -119,11 +119,11 @@ bool jsonRows(const KVRMediaList& list, StreamedOutput& output)
         json.key("partner");
         const auto pair = pairs.constFind(media->mediaGroupName());
         if (KVRMediaPtr partner = pair != pairs.constEnd() ? pair->partnerOf(*media) : nullptr)
-            json.value(partner->path());
+            json.value(partner->path().toStdString());
         else
             json.null();
         json.endObject();
-        if (json.pendingSize() >= PieceSize && !output.write(json.takePending()))
+        if (json.pendingSize() >= std::size_t(PieceSize) && !output.write(json.takePending()))
             return false;
     }
     json.endArray();

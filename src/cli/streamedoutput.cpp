@@ -6,7 +6,7 @@ namespace kavro::cli {
 
 StreamedOutput::StreamedOutput(const CommandLine& line) : m_line(line), m_gather(line.has("-o")) {}
 
-bool StreamedOutput::write(const QByteArray& piece)
+bool StreamedOutput::write(std::string_view piece)
 {
     if (m_failed)
         return false;
@@ -14,8 +14,7 @@ bool StreamedOutput::write(const QByteArray& piece)
         m_gathered.append(piece);
         return true;
     }
-    const auto size = static_cast<std::size_t>(piece.size());
-    m_failed = std::fwrite(piece.constData(), 1, size, stdout) != size;
+    m_failed = std::fwrite(piece.data(), 1, piece.size(), stdout) != piece.size();
     return !m_failed;
 }
 

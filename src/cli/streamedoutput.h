@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+#include <string>
+#include <string_view>
+
 namespace kavro::cli {
 
 // Output that a command makes piece by piece. Without -o the pieces go straight to standard
@@ -16,7 +19,11 @@ public:
     explicit StreamedOutput(const CommandLine& line);
 
     // False once standard output has failed; the rest is then dropped.
-    bool write(const QByteArray& piece);
+    bool write(std::string_view piece);
+    bool write(const QByteArray& piece)
+    {
+        return write(std::string_view(piece.constData(), std::size_t(piece.size())));
+    }
     // Sends what was gathered, or flushes standard output; ExitOk or the status of fail().
     int finish();
 
@@ -24,7 +31,7 @@ private:
     const CommandLine& m_line;
     bool m_gather;
     bool m_failed = false;
-    QByteArray m_gathered;
+    std::string m_gathered;
 };
 
 } // namespace kavro::cli

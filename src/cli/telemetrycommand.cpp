@@ -78,8 +78,8 @@ int oneRecording(const CommandLine& line, const QString& path, const QString& fo
         note(QStringLiteral("telemetry: %1 has no index; recovered from a recording cut short")
                  .arg(path));
 
-    const QString name = QFileInfo(path).fileName();
-    QByteArray output;
+    const std::string name = QFileInfo(path).fileName().toStdString();
+    std::string output;
     if (format == "json")
         output = telemetryJson(store);
     else if (format == "csv")
@@ -132,7 +132,7 @@ int manyRecordings(const CommandLine& line, const QString& format, double gapSec
         note(QStringLiteral("telemetry: %1 has no index; recovered from a recording cut short")
                  .arg(path));
     });
-    exporter.write([&output](const QByteArray& piece) { return output.write(piece); },
+    exporter.write([&output](std::string_view piece) { return output.write(piece); },
                    [&progress](std::size_t done) { progress.update(done); },
                    [&](const TripPlan::Problem& problem) {
                        ++refused;

@@ -1,11 +1,11 @@
 #include "tripexport.h"
 
 #include "common/jsonwriter.h"
+#include "common/xmlwriter.h"
 #include "qtbridge/qtbridge.h"
 #include "telemetryexport.h"
 
-#include <QIODevice>
-#include <QXmlStreamWriter>
+#include <QStringList>
 
 #include <memory>
 #include <utility>
@@ -15,26 +15,6 @@ namespace kavro {
 using namespace exportpart;
 
 namespace {
-
-// Gathers what an XML writer writes until it is taken out; sequential, so taking leaves no gap.
-class PendingDevice final : public QIODevice
-{
-public:
-    PendingDevice() { open(QIODevice::WriteOnly); }
-    bool isSequential() const override { return true; }
-    QByteArray take() { return std::exchange(m_pending, QByteArray()); }
-
-protected:
-    qint64 readData(char*, qint64) override { return -1; }
-    qint64 writeData(const char* data, qint64 length) override
-    {
-        m_pending.append(data, length);
-        return length;
-    }
-
-private:
-    QByteArray m_pending;
-};
 
 // One format's document, told the drives and recordings in order.
 class DocumentWriter
@@ -46,22 +26,22 @@ public:
     virtual void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) = 0;
     virtual void endDrive() {}
     virtual void end() = 0;
-    virtual QByteArray takePending() = 0;
+    virtual std::string takePending() = 0;
 
 protected:
     // A drive's label: its start, or the file name for a recording without a time.
-    QString driveName(const TripPlan::Drive& drive) const
+    std::string driveName(const TripPlan::Drive& drive) const
     {
         const KVRMedia& first = *m_plan.recordings()[drive.first].media;
         const QString start = TripPlan::startText(first, ' ');
-        return start.isEmpty() ? first.fileName() : start;
+        return (start.isEmpty() ? first.fileName() : start).toStdString();
     }
-    QString driveFiles(const TripPlan::Drive& drive) const
+    std::string driveFiles(const TripPlan::Drive& drive) const
     {
         QStringList files;
         for (std::size_t i = drive.first; i < drive.first + drive.count; ++i)
             files.append(m_plan.recordings()[i].media->fileName());
-        return files.join(QLatin1StringView(", "));
+        return files.join(QLatin1StringView(", ")).toStdString();
     }
 
     const TripPlan& m_plan;
@@ -71,30 +51,29 @@ protected:
 class XmlDocument : public DocumentWriter
 {
 public:
-    XmlDocument(const TripPlan& plan, void (*begin)(QXmlStreamWriter&), const char* driveElement,
+    XmlDocument(const TripPlan& plan, void (*begin)(XmlWriter&), const char* driveElement,
                 const char* descriptionElement)
-        : DocumentWriter(plan), m_xml(&m_device), m_driveElement(driveElement),
+        : DocumentWriter(plan), m_driveElement(driveElement),
           m_descriptionElement(descriptionElement)
     {
         begin(m_xml);
     }
     void beginDrive(const TripPlan::Drive& drive) override
     {
-        m_xml.writeStartElement(m_driveElement);
-        m_xml.writeTextElement("name", xmlSafe(driveName(drive)));
-        m_xml.writeTextElement(m_descriptionElement, xmlSafe(driveFiles(drive)));
+        m_xml.startElement(m_driveElement);
+        m_xml.textElement("name", xmlSafe(driveName(drive)));
+        m_xml.textElement(m_descriptionElement, xmlSafe(driveFiles(drive)));
     }
-    void endDrive() override { m_xml.writeEndElement(); }
-    void end() override { m_xml.writeEndDocument(); }
-    QByteArray takePending() override { return m_device.take(); }
+    void endDrive() override { m_xml.endElement(); }
+    void end() override { m_xml.endDocument(); }
+    std::string takePending() override { return m_xml.takePending(); }
 
 protected:
-    PendingDevice m_device;
-    QXmlStreamWriter m_xml;
+    XmlWriter m_xml;
 
 private:
-    QString m_driveElement;
-    QString m_descriptionElement;
+    const char* m_driveElement;
+    const char* m_descriptionElement;
 };
 
 class GpxDocument final : public XmlDocument
@@ -116,10 +95,10 @@ public:
     }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        m_xml.writeStartElement("Placemark");
-        m_xml.writeTextElement("name", xmlSafe(recording.media->fileName()));
+        m_xml.startElement("Placemark");
+        m_xml.textElement("name", xmlSafe(recording.media->fileName().toStdString()));
         writeKmlGeometry(m_xml, routePoints(store));
-        m_xml.writeEndElement();
+        m_xml.endElement();
     }
 };
 
@@ -143,12 +122,12 @@ public:
         m_json.key("properties");
         m_json.beginObject(JsonWriter::Layout::Inline);
         m_json.key("file");
-        m_json.value(media.fileName());
+        m_json.value(media.fileName().toStdString());
         m_json.key("mode");
         m_json.value(TripPlan::modeWord(media));
         m_json.key("start");
         if (media.hasTime())
-            m_json.value(TripPlan::startText(media, 'T'));
+            m_json.value(TripPlan::startText(media, 'T').toStdString());
         else
             m_json.null();
         m_json.key("drive");
@@ -163,7 +142,7 @@ public:
         m_json.endArray();
         m_json.endObject();
     }
-    QByteArray takePending() override { return m_json.takePending(); }
+    std::string takePending() override { return m_json.takePending(); }
 
 private:
     JsonWriter m_json;
@@ -175,11 +154,11 @@ public:
     explicit JsonDocument(const TripPlan& plan) : DocumentWriter(plan) { m_json.beginArray(); }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const QString file = recording.media->fileName();
+        const std::string file = recording.media->fileName().toStdString();
         writeTelemetryObject(m_json, store, &file);
     }
     void end() override { m_json.endArray(); }
-    QByteArray takePending() override { return m_json.takePending(); }
+    std::string takePending() override { return m_json.takePending(); }
 
 private:
     JsonWriter m_json;
@@ -191,14 +170,14 @@ public:
     explicit CsvDocument(const TripPlan& plan) : DocumentWriter(plan), m_out(csvHeader(true)) {}
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const QByteArray prefix = csvField(recording.media->fileName()) + ',';
-        appendCsvLines(m_out, store, std::string_view(prefix.constData(), prefix.size()));
+        const std::string prefix = csvField(recording.media->fileName().toStdString()) + ',';
+        appendCsvLines(m_out, store, prefix);
     }
     void end() override {}
-    QByteArray takePending() override { return std::exchange(m_out, QByteArray()); }
+    std::string takePending() override { return std::exchange(m_out, std::string()); }
 
 private:
-    QByteArray m_out;
+    std::string m_out;
 };
 
 std::unique_ptr<DocumentWriter> documentFor(TripExport::Format format, const TripPlan& plan)

@@ -2,9 +2,8 @@
 
 #include "tripplan.h"
 
-#include <QByteArray>
-
 #include <functional>
+#include <string_view>
 
 namespace kavro {
 
@@ -28,7 +27,7 @@ public:
         Kml,
     };
     // Takes the next piece of the document; false stops the export.
-    using Sink = std::function<bool(const QByteArray&)>;
+    using Sink = std::function<bool(std::string_view)>;
     // Called after each recording with the number done so far.
     using Progress = std::function<void(std::size_t done)>;
     // Called for a file that the reader refused although the plan took it (it changed since);
