@@ -1,5 +1,5 @@
-#include "commandline.h"
-#include "commands.h"
+#include "qtcommandline.h"
+#include "qtcommands.h"
 #include "streamedoutput.h"
 
 #include "common/jsonwriter.h"
@@ -168,7 +168,7 @@ bool textRows(const KVRMediaList& list, StreamedOutput& output)
 
 int runListCommand(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("list"), arguments);
+    QtCommandLine line(QStringLiteral("list"), arguments);
     if (!line.parse({"-o", "--format"}))
         return fail(line.error());
     if (line.helpRequested())
@@ -190,7 +190,7 @@ int runListCommand(const QStringList& arguments)
 
     KVRMediaList list;
     list.setDirectoryPathAndWait(QDir::cleanPath(folder.absoluteFilePath()));
-    StreamedOutput output(line);
+    StreamedOutput output(line.line());
     if (*format == "json")
         jsonRows(list, output);
     else

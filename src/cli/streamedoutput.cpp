@@ -23,7 +23,7 @@ int StreamedOutput::finish()
     if (m_gather)
         return writeOutput(m_line, m_gathered);
     if (m_failed || std::fflush(stdout) != 0)
-        return fail(QStringLiteral("%1: cannot write to standard output").arg(m_line.command()));
+        return fail(m_line.command() + ": cannot write to standard output");
     return ExitOk;
 }
 
