@@ -59,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString path = fuzz::ScratchFile::write(data, size);
     if (path.isEmpty())
         return 0;
-    RecordingProbe::probe(path);
+    RecordingProbe::probe(nativePath(path));
     extract(path, false);
     extract(path, true);
     readCutShort(path);
