@@ -1,5 +1,5 @@
-// kavro-qtcli: the commands of kavro that need the recording list, the settings record or the
-// drive records, with their toolkit. kavro hands these command lines over unchanged.
+// kavro-qtcli: the commands of kavro on the settings record and the drive records, and any that
+// writes an -o file, with their toolkit. kavro hands these command lines over unchanged.
 #include "commands.h"
 #include "qtcommandline.h"
 #include "qtcommands.h"
@@ -20,11 +20,11 @@ int main(int argc, char* argv[])
     const std::string command = argv[1];
     if (command == "telemetry")
         return runTelemetryCommand(Arguments(argv + 2, argv + argc));
+    if (command == "list")
+        return runListCommand(Arguments(argv + 2, argv + argc));
     QStringList arguments;
     for (int i = 2; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    if (command == "list")
-        return runListCommand(arguments);
     if (command == "config")
         return runConfigCommand(arguments);
     if (command == "drv")

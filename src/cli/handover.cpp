@@ -45,8 +45,10 @@ std::string HandOver::toCompanion()
     return "cannot start " + path + ": " + std::strerror(g_argc > 0 ? errno : EINVAL);
 }
 
-int runTripTelemetry(const CommandLine&, const std::string&, double, bool)
+std::optional<int> handOverFileOutput(const CommandLine& line)
 {
+    if (!line.writesFile())
+        return std::nullopt;
     return fail(HandOver::toCompanion());
 }
 

@@ -40,7 +40,9 @@ int main(int argc, char* argv[])
         return printHelp("kavro " KAVRO_VERSION);
     if (command == "telemetry")
         return runTelemetryCommand(Arguments(argv + 2, argv + argc));
-    if (command == "list" || command == "config" || command == "drv" || command == "clock")
+    if (command == "list")
+        return runListCommand(Arguments(argv + 2, argv + argc));
+    if (command == "config" || command == "drv" || command == "clock")
         return fail(HandOver::toCompanion());
     return fail("unknown command '" + std::string(command) + "' (try 'kavro --help')");
 }

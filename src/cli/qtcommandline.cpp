@@ -48,6 +48,11 @@ QStringList QtCommandLine::texts(const Arguments& bytes)
     return list;
 }
 
+std::optional<int> handOverFileOutput(const CommandLine&)
+{
+    return std::nullopt;
+}
+
 bool writeOutputFile(const std::string& path, std::string_view content, std::string* error)
 {
     QString reason;

@@ -2,8 +2,6 @@
 
 #include "commandline.h"
 
-#include <QByteArray>
-
 #include <string>
 #include <string_view>
 
@@ -20,10 +18,6 @@ public:
 
     // False once standard output has failed; the rest is then dropped.
     bool write(std::string_view piece);
-    bool write(const QByteArray& piece)
-    {
-        return write(std::string_view(piece.constData(), std::size_t(piece.size())));
-    }
     // Sends what was gathered, or flushes standard output; ExitOk or the status of fail().
     int finish();
 

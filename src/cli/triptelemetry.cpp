@@ -1,6 +1,5 @@
 #include "commands.h"
 #include "progressline.h"
-#include "qtcommandline.h"
 #include "streamedoutput.h"
 
 #include "telemetry/tripexport.h"
@@ -25,18 +24,20 @@ TripExport::Format tripFormat(const std::string& format)
     return TripExport::Format::Json;
 }
 
-void warn(ProgressLine& progress, const QString& message)
+void warn(ProgressLine& progress, const std::string& message)
 {
     progress.interrupt();
     fail("telemetry: " + message);
 }
 
-int manyRecordings(const CommandLine& line, const std::string& format, double gapSeconds)
+} // namespace
+
+int runTripTelemetry(const CommandLine& line, const std::string& format, double gapSeconds)
 {
     TripPlan::Options options;
     options.gapSeconds = gapSeconds;
     options.read.recover = line.has("--recover");
-    const TripPlan plan = TripPlan::make(QtCommandLine::texts(line.positional()), options);
+    const TripPlan plan = TripPlan::make(line.positional(), options);
     ProgressLine progress(line.has("--progress"), plan.recordings().size(), "telemetry");
     for (const TripPlan::Problem& problem : plan.problems())
         warn(progress, problem.message);
@@ -46,10 +47,9 @@ int manyRecordings(const CommandLine& line, const std::string& format, double ga
     StreamedOutput output(line);
     std::size_t refused = 0;
     TripExport exporter(plan, tripFormat(format), options.read);
-    exporter.setRecoveryNotice([&progress](const QString& path) {
+    exporter.setRecoveryNotice([&progress](const std::string& path) {
         progress.interrupt();
-        note(QStringLiteral("telemetry: %1 has no index; recovered from a recording cut short")
-                 .arg(path));
+        note("telemetry: " + path + " has no index; recovered from a recording cut short");
     });
     exporter.write([&output](std::string_view piece) { return output.write(piece); },
                    [&progress](std::size_t done) { progress.update(done); },
@@ -64,16 +64,6 @@ int manyRecordings(const CommandLine& line, const std::string& format, double ga
     if (refused == plan.recordings().size())
         return ExitUsage;
     return plan.problems().empty() && refused == 0 ? ExitOk : ExitSomeSkipped;
-}
-
-} // namespace
-
-int runTripTelemetry(const CommandLine& line, const std::string& format, double gapSeconds,
-                     bool oneFile)
-{
-    if (oneFile)
-        return telemetryOfOneRecording(line, line.positional().front(), format);
-    return manyRecordings(line, format, gapSeconds);
 }
 
 } // namespace kavro::cli

@@ -2,10 +2,7 @@
 
 #include "common/jsonwriter.h"
 #include "common/xmlwriter.h"
-#include "qtbridge/qtbridge.h"
 #include "telemetryexport.h"
-
-#include <QStringList>
 
 #include <memory>
 #include <utility>
@@ -32,16 +29,16 @@ protected:
     // A drive's label: its start, or the file name for a recording without a time.
     std::string driveName(const TripPlan::Drive& drive) const
     {
-        const KVRMedia& first = *m_plan.recordings()[drive.first].media;
-        const QString start = TripPlan::startText(first, ' ');
-        return (start.isEmpty() ? first.fileName() : start).toStdString();
+        const RecordingName& first = m_plan.recordings()[drive.first].media;
+        const std::string start = TripPlan::startText(first, ' ');
+        return start.empty() ? first.fileName() : start;
     }
     std::string driveFiles(const TripPlan::Drive& drive) const
     {
-        QStringList files;
+        std::string files;
         for (std::size_t i = drive.first; i < drive.first + drive.count; ++i)
-            files.append(m_plan.recordings()[i].media->fileName());
-        return files.join(QLatin1StringView(", ")).toStdString();
+            files += (files.empty() ? "" : ", ") + m_plan.recordings()[i].media.fileName();
+        return files;
     }
 
     const TripPlan& m_plan;
@@ -96,7 +93,7 @@ public:
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
         m_xml.startElement("Placemark");
-        m_xml.textElement("name", xmlSafe(recording.media->fileName().toStdString()));
+        m_xml.textElement("name", xmlSafe(recording.media.fileName()));
         writeKmlGeometry(m_xml, routePoints(store));
         m_xml.endElement();
     }
@@ -115,19 +112,19 @@ public:
     }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const KVRMedia& media = *recording.media;
+        const RecordingName& media = recording.media;
         m_json.beginObject();
         m_json.key("type");
         m_json.value("Feature");
         m_json.key("properties");
         m_json.beginObject(JsonWriter::Layout::Inline);
         m_json.key("file");
-        m_json.value(media.fileName().toStdString());
+        m_json.value(media.fileName());
         m_json.key("mode");
         m_json.value(TripPlan::modeWord(media));
         m_json.key("start");
         if (media.hasTime())
-            m_json.value(TripPlan::startText(media, 'T').toStdString());
+            m_json.value(TripPlan::startText(media, 'T'));
         else
             m_json.null();
         m_json.key("drive");
@@ -154,7 +151,7 @@ public:
     explicit JsonDocument(const TripPlan& plan) : DocumentWriter(plan) { m_json.beginArray(); }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const std::string file = recording.media->fileName().toStdString();
+        const std::string file = recording.media.fileName();
         writeTelemetryObject(m_json, store, &file);
     }
     void end() override { m_json.endArray(); }
@@ -170,7 +167,7 @@ public:
     explicit CsvDocument(const TripPlan& plan) : DocumentWriter(plan), m_out(csvHeader(true)) {}
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const std::string prefix = csvField(recording.media->fileName().toStdString()) + ',';
+        const std::string prefix = csvField(recording.media.fileName()) + ',';
         appendCsvLines(m_out, store, prefix);
     }
     void end() override {}
@@ -213,13 +210,13 @@ bool TripExport::write(const Sink& sink, const Progress& progress, const Refusal
         document->beginDrive(drive);
         for (std::size_t i = drive.first; i < drive.first + drive.count; ++i) {
             const TripPlan::Recording& recording = m_plan.recordings()[i];
-            if (!readTelemetry(store, nativePath(recording.media->path()), m_options)) {
+            const std::string& path = recording.media.path();
+            if (!readTelemetry(store, path, m_options)) {
                 store.clear();
                 if (refusal)
-                    refusal({recording.media->path(),
-                             QStringLiteral("cannot read %1").arg(recording.media->path())});
+                    refusal({path, "cannot read " + path});
             } else if (store.recovered() && m_recoveryNotice) {
-                m_recoveryNotice(recording.media->path());
+                m_recoveryNotice(path);
             }
             document->recording(recording, store);
             if (!sink(document->takePending()))

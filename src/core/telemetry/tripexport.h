@@ -37,7 +37,7 @@ public:
     TripExport(const TripPlan& plan, Format format, const TelemetryReadOptions& options);
 
     // Told the path of each file whose telemetry was recovered from a recording cut short.
-    void setRecoveryNotice(std::function<void(const QString& path)> notice)
+    void setRecoveryNotice(std::function<void(const std::string& path)> notice)
     {
         m_recoveryNotice = std::move(notice);
     }
@@ -49,7 +49,7 @@ private:
     const TripPlan& m_plan;
     Format m_format;
     TelemetryReadOptions m_options;
-    std::function<void(const QString& path)> m_recoveryNotice;
+    std::function<void(const std::string& path)> m_recoveryNotice;
 };
 
 } // namespace kavro
