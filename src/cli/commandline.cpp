@@ -1,5 +1,7 @@
 #include "commandline.h"
 
+#include "common/outputfile.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -134,7 +136,7 @@ int writeOutput(const CommandLine& line, std::string_view output)
     if (line.writesFile()) {
         const std::string path = *line.value("-o");
         std::string error;
-        if (!writeOutputFile(path, output, &error))
+        if (!writeFile(path, output, &error))
             return fail(line.command() + ": cannot write " + path + ": " + error);
         return ExitOk;
     }

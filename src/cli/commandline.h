@@ -63,12 +63,4 @@ int printHelp(std::string_view text);
 // Sends the output to the file named by -o (written atomically) or to stdout.
 int writeOutput(const CommandLine& line, std::string_view output);
 
-// Where this program does not write -o files itself (kavro), hands a command that would write
-// one to the program that does, before the command starts; returns the status when that fails.
-// Nothing when the command goes on here.
-std::optional<int> handOverFileOutput(const CommandLine& line);
-
-// Writes the -o file by the program's file rules; false with the reason in error.
-bool writeOutputFile(const std::string& path, std::string_view content, std::string* error);
-
 } // namespace kavro::cli

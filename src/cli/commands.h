@@ -5,8 +5,8 @@
 namespace kavro::cli {
 
 // kavro itself links no toolkit library; the commands on the settings record and the drive
-// records, and any command that writes an -o file, run in its companion, kavro-qtcli, to which
-// kavro hands the whole command line over (see handover.h). Each command receives the arguments
+// records run in its companion, kavro-qtcli, to which kavro hands the whole command line over
+// (see handover.h). Each command receives the arguments
 // after its own name and returns the exit status.
 int runTelemetryCommand(const Arguments& arguments);
 int runListCommand(const Arguments& arguments);

@@ -1,6 +1,5 @@
-// kavro-qtcli: the commands of kavro on the settings record and the drive records, and any that
-// writes an -o file, with their toolkit. kavro hands these command lines over unchanged.
-#include "commands.h"
+// kavro-qtcli: the commands of kavro on the settings record and the drive records, with their
+// toolkit. kavro hands these command lines over unchanged.
 #include "qtcommandline.h"
 #include "qtcommands.h"
 
@@ -18,10 +17,6 @@ int main(int argc, char* argv[])
     if (argc < 2)
         return fail("no command given (try 'kavro --help')");
     const std::string command = argv[1];
-    if (command == "telemetry")
-        return runTelemetryCommand(Arguments(argv + 2, argv + argc));
-    if (command == "list")
-        return runListCommand(Arguments(argv + 2, argv + argc));
     QStringList arguments;
     for (int i = 2; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));

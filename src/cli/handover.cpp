@@ -1,5 +1,5 @@
 #include "handover.h"
-#include "commands.h"
+#include "commandline.h"
 
 #include <cerrno>
 #include <climits>
@@ -43,21 +43,6 @@ std::string HandOver::toCompanion()
     if (g_argc > 0)
         ::execv(path.c_str(), g_argv);
     return "cannot start " + path + ": " + std::strerror(g_argc > 0 ? errno : EINVAL);
-}
-
-std::optional<int> handOverFileOutput(const CommandLine& line)
-{
-    if (!line.writesFile())
-        return std::nullopt;
-    return fail(HandOver::toCompanion());
-}
-
-bool writeOutputFile(const std::string&, std::string_view, std::string* error)
-{
-    // Commands that write an -o file are handed over before they start; should one get here,
-    // the companion does it all again rather than write by other rules.
-    *error = HandOver::toCompanion();
-    return false;
 }
 
 } // namespace kavro::cli

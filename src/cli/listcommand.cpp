@@ -220,8 +220,6 @@ int runListCommand(const Arguments& arguments)
         return fail("list: not a folder: " + given);
     if (::access(given.c_str(), R_OK | X_OK) != 0)
         return fail("list: cannot read folder: " + given);
-    if (std::optional<int> handed = handOverFileOutput(line))
-        return *handed;
 
     std::vector<RecordingName> list = RecordingScan::collect(given);
     RecordingScan::sort(list);

@@ -1,7 +1,5 @@
 #include "qtcommandline.h"
 
-#include "common/outputfile.h"
-
 namespace kavro::cli {
 
 QtCommandLine::QtCommandLine(const QString& command, const QStringList& arguments)
@@ -46,22 +44,6 @@ QStringList QtCommandLine::texts(const Arguments& bytes)
     for (const std::string& item : bytes)
         list.append(text(item));
     return list;
-}
-
-std::optional<int> handOverFileOutput(const CommandLine&)
-{
-    return std::nullopt;
-}
-
-bool writeOutputFile(const std::string& path, std::string_view content, std::string* error)
-{
-    QString reason;
-    const bool written =
-        writeFile(QtCommandLine::text(path),
-                  QByteArray::fromRawData(content.data(), qsizetype(content.size())), &reason);
-    if (!written && error)
-        *error = reason.toUtf8().toStdString();
-    return written;
 }
 
 } // namespace kavro::cli

@@ -142,8 +142,6 @@ int runTelemetryCommand(const Arguments& arguments)
 
     // One file keeps the document it has always had, so that existing scripts keep working.
     const std::string& first = line.positional().front();
-    if (std::optional<int> handed = handOverFileOutput(line))
-        return *handed;
     if (line.positional().size() == 1 && !isFolder(first))
         return telemetryOfOneRecording(line, first, *format);
     return runTripTelemetry(line, *format, gapSeconds);
