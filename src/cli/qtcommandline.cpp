@@ -17,14 +17,14 @@ bool QtCommandLine::parse(const QStringList& valueOptions, const QStringList& fl
 std::optional<QString> QtCommandLine::value(const QString& name) const
 {
     if (std::optional<std::string> given = m_line.value(name.toStdString()))
-        return text(*given);
+        return pathText(*given);
     return std::nullopt;
 }
 
 std::optional<QString> QtCommandLine::format(const QStringList& allowed)
 {
     if (std::optional<std::string> chosen = m_line.format(bytes(allowed)))
-        return text(*chosen);
+        return pathText(*chosen);
     return std::nullopt;
 }
 
@@ -33,7 +33,7 @@ Arguments QtCommandLine::bytes(const QStringList& texts)
     Arguments list;
     list.reserve(std::size_t(texts.size()));
     for (const QString& item : texts)
-        list.push_back(bytes(item));
+        list.push_back(nativePath(item));
     return list;
 }
 
@@ -42,7 +42,7 @@ QStringList QtCommandLine::texts(const Arguments& bytes)
     QStringList list;
     list.reserve(qsizetype(bytes.size()));
     for (const std::string& item : bytes)
-        list.append(text(item));
+        list.append(pathText(item));
     return list;
 }
 

@@ -2,6 +2,8 @@
 
 #include "commandline.h"
 
+#include "qtbridge/qtbridge.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -18,8 +20,8 @@ public:
 
     bool parse(const QStringList& valueOptions, const QStringList& flags = {});
 
-    QString command() const { return text(m_line.command()); }
-    QString error() const { return text(m_line.error()); }
+    QString command() const { return pathText(m_line.command()); }
+    QString error() const { return pathText(m_line.error()); }
     const QStringList& positional() const { return m_positional; }
     bool helpRequested() const { return m_line.helpRequested(); }
     bool has(const QString& name) const { return m_line.has(name.toStdString()); }
@@ -29,8 +31,6 @@ public:
 
     const CommandLine& line() const { return m_line; }
 
-    static QString text(const std::string& bytes) { return QString::fromLocal8Bit(bytes); }
-    static std::string bytes(const QString& text) { return text.toLocal8Bit().toStdString(); }
     static Arguments bytes(const QStringList& texts);
     static QStringList texts(const Arguments& bytes);
 

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <string>
+#include <string_view>
 
 namespace kavro {
 
@@ -14,9 +15,9 @@ inline std::string nativePath(const QString& path)
     return QFile::encodeName(path).toStdString();
 }
 
-inline QString pathText(const std::string& path)
+inline QString pathText(std::string_view path)
 {
-    return QFile::decodeName(QByteArray::fromStdString(path));
+    return QFile::decodeName(QByteArray(path.data(), qsizetype(path.size())));
 }
 
 } // namespace kavro

@@ -2,7 +2,7 @@
 
 namespace kavro {
 
-KVRMedia::KVRMedia(RecordingName name) : m_name(std::move(name)), m_path(text(m_name.path())) {}
+KVRMedia::KVRMedia(RecordingName name) : m_name(std::move(name)), m_path(pathText(m_name.path())) {}
 
 std::shared_ptr<const KVRMedia> KVRMedia::mediaWithPath(const QString& path)
 {
@@ -11,8 +11,8 @@ std::shared_ptr<const KVRMedia> KVRMedia::mediaWithPath(const QString& path)
 
 void KVRMedia::parsePath(const QString& path)
 {
-    m_name = RecordingName(bytes(path));
-    m_path = text(m_name.path());
+    m_name = RecordingName(nativePath(path));
+    m_path = pathText(m_name.path());
 }
 
 bool KVRMedia::_parseTimeByName(QStringView name, qsizetype startPos)

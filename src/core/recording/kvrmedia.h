@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qtbridge/qtbridge.h"
 #include "recordingname.h"
 
 #include <QString>
@@ -34,9 +35,9 @@ public:
     // True when the name carried a start time that passed the range test.
     bool hasTime() const { return m_name.hasTime(); }
 
-    QString fileName() const { return text(m_name.fileName()); }
+    QString fileName() const { return pathText(m_name.fileName()); }
     // The name the front and rear file of one moment share; empty for names under two bytes.
-    QString mediaGroupName() const { return text(m_name.groupName()); }
+    QString mediaGroupName() const { return pathText(m_name.groupName()); }
     QString yyyymmddhhmiss() const { return QString::fromLatin1(m_name.yyyymmddhhmiss()); }
     // Earlier time first, then event, motion, always, then front, rear, unknown: -1, 0 or 1.
     int compareDate(const KVRMedia& other) const { return m_name.compare(other.m_name); }
@@ -51,17 +52,10 @@ public:
     std::int32_t mediaDivision() const { return m_name.division(); }
     std::int32_t mediaDirection() const { return m_name.direction(); }
     const QString& path() const { return m_path; }
-    QString mediaName() const { return text(m_name.name()); }
-    QString extension() const { return text(m_name.extension()); }
-    QString dir() const { return text(m_name.dir()); }
+    QString mediaName() const { return pathText(m_name.name()); }
+    QString extension() const { return pathText(m_name.extension()); }
+    QString dir() const { return pathText(m_name.dir()); }
     const RecordingName& recordingName() const { return m_name; }
-
-    // A file system name as text, and back.
-    static QString text(std::string_view bytes)
-    {
-        return QString::fromLocal8Bit(bytes.data(), qsizetype(bytes.size()));
-    }
-    static std::string bytes(const QString& text) { return text.toLocal8Bit().toStdString(); }
 
 private:
     RecordingName m_name;

@@ -86,7 +86,7 @@ void KVRMediaList::scan(const QString& path, quint64 generation)
 
 void KVRMediaList::collect(const QString& dir, QList<KVRMediaPtr>& array, const StopCheck& stop)
 {
-    for (RecordingName& record : RecordingScan::collect(KVRMedia::bytes(dir), stop))
+    for (RecordingName& record : RecordingScan::collect(nativePath(dir), stop))
         array.append(std::make_shared<const KVRMedia>(std::move(record)));
 }
 
@@ -97,21 +97,21 @@ void KVRMediaList::eachDir(const QString& dir, QList<KVRMediaPtr>& array)
 
 KVRMediaPtr KVRMediaList::createMediaByPath(const QString& path)
 {
-    if (std::optional<RecordingName> record = RecordingName::admitted(KVRMedia::bytes(path)))
+    if (std::optional<RecordingName> record = RecordingName::admitted(nativePath(path)))
         return std::make_shared<const KVRMedia>(std::move(*record));
     return nullptr;
 }
 
 QString KVRMediaList::mediaPairKey(const QString& name)
 {
-    return KVRMedia::text(RecordingName::pairKey(KVRMedia::bytes(name)));
+    return pathText(RecordingName::pairKey(nativePath(name)));
 }
 
 void KVRMediaList::filePair(Content& content, const KVRMediaPtr& media)
 {
     // The key of the record's file name, without building the name: its stem is the mediaName.
-    auto slot = content.mediaPairDic.find(
-        KVRMedia::text(RecordingName::pairKey(media->recordingName().name())));
+    auto slot =
+        content.mediaPairDic.find(pathText(RecordingName::pairKey(media->recordingName().name())));
     if (slot == content.mediaPairDic.end())
         slot = content.mediaPairDic.insert(media->mediaGroupName(), KVRMediaPair());
     if (media->isRearMedia())
