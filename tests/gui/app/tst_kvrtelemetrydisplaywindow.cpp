@@ -45,8 +45,7 @@ private slots:
     {
         prepareViewerEnvironment();
         prepareMapTests();
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
+        m_card.makeInTest();
     }
 
     void cleanup() { m_viewer.reset(); }
@@ -65,18 +64,15 @@ private slots:
     {
         QFETCH(bool, southWest);
         QFETCH(double, seek);
-        const camsim::RecordingPlan* recording = nullptr;
-        for (const camsim::RecordingPlan& plan : m_card.plan->recordings()) {
-            const double latitude = m_card.plan->driveOf(plan).route.originLatitude;
-            if ((latitude < 0) == southWest && plan.hasRear) {
-                recording = &plan;
-                break;
-            }
-        }
+        const camsim::RecordingPlan* recording =
+            m_card.first([&](const camsim::RecordingPlan& plan) {
+                return (m_card.plan->driveOf(plan).route.originLatitude < 0) == southWest &&
+                       plan.hasRear;
+            });
         QVERIFY(recording);
-        Viewer& viewer = startViewer();
-        QVERIFY(viewer.openFolder(m_card.root));
-        const QString name = QFileInfo(m_card.path(*recording, false)).fileName();
+        QVERIFY(test::startViewer(m_viewer, m_card.root));
+        Viewer& viewer = *m_viewer;
+        const QString name = m_card.fileName(*recording, false);
         QVERIFY(viewer.playRow(viewer.rowOf(name)));
 
         // Pause, then drag the slider as a person would.
