@@ -4,6 +4,8 @@
 #include "kvrlanguagemenu.h"
 
 #include <QMessageBox>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QScreen>
 
 using namespace kavro;
@@ -134,6 +136,46 @@ private slots:
             QVERIFY2(result.out.startsWith(out), result.out.constData());
         else
             QVERIFY(result.err.startsWith("kavro-viewer: ") && result.err.count('\n') == 1);
+    }
+
+    // The program started on the card plays the row --play names, also in full screen; a row past
+    // the last opens nothing. What it opens is read from its log.
+    void theProgramPlaysTheRowItIsTold_data()
+    {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<QByteArray>("opened"); // empty: nothing
+        QTest::newRow("row 1") << "1" << QByteArray("opening row 1: ");
+        QTest::newRow("past the last") << "99" << QByteArray();
+    }
+
+    void theProgramPlaysTheRowItIsTold()
+    {
+        QFETCH(QString, row);
+        QFETCH(QByteArray, opened);
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_LOGGING_RULES", "kavro.app*=true");
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(KAVRO_VIEWER_PATH),
+                      {m_card.root, "--play", row, "--full-screen"});
+        const auto kill = qScopeGuard([&program] {
+            program.kill();
+            program.waitForFinished();
+        });
+        QByteArray log;
+        const auto logged = [&](const QByteArray& line) {
+            log += program.readAllStandardError();
+            return log.contains(line);
+        };
+        // Once the list is read, the row is chosen and opened in one go.
+        QTRY_VERIFY2_WITH_TIMEOUT(logged("selectedRow="), log.constData(), test::StartWaitMs);
+        if (opened.isEmpty()) {
+            QTest::qWait(300);
+            QVERIFY2(!logged("opening row"), log.constData());
+        } else {
+            QTRY_VERIFY2_WITH_TIMEOUT(logged(opened), log.constData(), test::StartWaitMs);
+        }
+        QCOMPARE(program.state(), QProcess::Running);
     }
 
     // The choice is kept for the next start and wins over "AppleLanguages"; the window says
