@@ -2,6 +2,7 @@
 // and the save panel's file gets the 19 bytes without losing what followed them.
 
 #include "card/kvrtimesetupcontroller.h"
+#include "fusecard.h"
 #include "resources/translations/infoplisttranslator.h"
 #include "testsupport.h"
 #include "widgets/tkclockpicker.h"
@@ -9,11 +10,13 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimeEdit>
@@ -158,30 +161,87 @@ private slots:
             QVERIFY(!visibleChild(m_window.get(), "QMessageBox"));
             QVERIFY(m_window->isVisible());
         } else {
-            panel->selectFile(path);
-            // An existing file is replaced only after the panel's own question is answered.
-            bool asked = false;
-            QTimer::singleShot(0, panel, [&asked] {
-                if (auto* question =
-                        qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                    asked = true;
-                    question->button(QMessageBox::Yes)->click();
-                }
-            });
-            static_cast<QDialog*>(panel)->accept();
-            QCOMPARE(asked, before != "-");
-            QTRY_VERIFY_WITH_TIMEOUT(visibleChild(m_window.get(), "QMessageBox"), WaitMs);
-            auto* alert = static_cast<QMessageBox*>(visibleChild(m_window.get(), "QMessageBox"));
-            QCOMPARE(alert->text(), "KAVRO");
-            QCOMPARE(alert->informativeText(), "The clock file was saved. Put the card into the "
-                                               "camera to set its clock.");
-            QTest::keyClick(alert, Qt::Key_Return);
-            QTRY_VERIFY_WITH_TIMEOUT(!m_window->isVisible(), WaitMs);
+            saveThroughPanel(panel, path, before != "-");
         }
         QCOMPARE(test::readFile(path), after);
     }
 
+    // A full card still takes the clock file over the old one, where it needs no new room; a new
+    // file finds none, and a write-protected card takes nothing. The confirmation comes all the
+    // same, the reason goes to the log, and no empty file is left.
+    void faultyCardStillConfirms_data()
+    {
+        QTest::addColumn<QByteArray>("before"); // "-": no file
+        QTest::addColumn<bool>("readOnly");
+        QTest::addColumn<QByteArray>("after"); // "-": no file
+        QTest::newRow("full card, new file") << QByteArray("-") << false << QByteArray("-");
+        QTest::newRow("full card, file there") << QByteArray("2020/01/01 00:00:00 extra\n") << false
+                                               << QByteArray("2027/03/05 07:04:09 extra\n");
+        QTest::newRow("write-protected card")
+            << QByteArray("2020/01/01 00:00:00") << true << QByteArray("2020/01/01 00:00:00");
+    }
+
+    void faultyCardStillConfirms()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(bool, readOnly);
+        QFETCH(QByteArray, after);
+        QTemporaryDir dir;
+        const QString stage = dir.filePath("stage"), mount = dir.filePath("mnt");
+        const QString image = dir.filePath("card.img"), path = mount + "/timeset.cfg";
+        QVERIFY(QDir().mkpath(stage));
+        if (before != "-")
+            QVERIFY(test::writeFile(stage + "/timeset.cfg", before));
+        test::FuseCard card;
+        QString error;
+        QVERIFY2(card.insert(image, stage, 1, mount, &error), qPrintable(error));
+        if (readOnly) {
+            card.pull();
+            QVERIFY2(card.mount(image, mount, &error, true), qPrintable(error));
+        } else {
+            QVERIFY(card.fill("fill"));
+        }
+        const QRegularExpression logged("^clock file not written to " +
+                                        QRegularExpression::escape(path) + ": .+");
+        // Expected and not seen fails the test, as does seen and not expected.
+        if (after == "-" || after == before)
+            QTest::ignoreMessage(QtWarningMsg, logged);
+        else
+            QTest::failOnWarning(logged);
+
+        QTest::keyClick(m_window.get(), Qt::Key_S, Qt::ControlModifier);
+        auto* panel = qobject_cast<QFileDialog*>(visibleChild(m_window.get(), "QFileDialog"));
+        QVERIFY(panel);
+        saveThroughPanel(panel, path, before != "-");
+        QCOMPARE(QFileInfo::exists(path), after != "-");
+        if (after != "-")
+            QCOMPARE(test::readFile(path), after);
+    }
+
 private:
+    // Chooses the file, answers the panel's question about replacing it, and dismisses the
+    // confirmation, which closes the window.
+    void saveThroughPanel(QFileDialog* panel, const QString& path, bool exists)
+    {
+        panel->selectFile(path);
+        bool asked = false;
+        QTimer::singleShot(0, panel, [&asked] {
+            if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                asked = true;
+                question->button(QMessageBox::Yes)->click();
+            }
+        });
+        static_cast<QDialog*>(panel)->accept();
+        QCOMPARE(asked, exists);
+        QTRY_VERIFY_WITH_TIMEOUT(visibleChild(m_window.get(), "QMessageBox"), WaitMs);
+        auto* alert = static_cast<QMessageBox*>(visibleChild(m_window.get(), "QMessageBox"));
+        QCOMPARE(alert->text(), "KAVRO");
+        QCOMPARE(alert->informativeText(), "The clock file was saved. Put the card into the "
+                                           "camera to set its clock.");
+        QTest::keyClick(alert, Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_window->isVisible(), WaitMs);
+    }
+
     std::unique_ptr<KVRTimeSetupController> m_window;
 };
 
