@@ -610,6 +610,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_ui.telemetryNoteField->hide();
     m_loading->hideLoading();
     updateVideoViewsVisibility();
+    emit recordingCleared();
 }
 
 void KVRPlaybackEngine::giveUpOpening()

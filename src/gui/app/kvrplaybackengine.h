@@ -98,6 +98,8 @@ signals:
     void telemetryWillChange();
     // The store holds the telemetry of the recording about to play.
     void telemetryReady(const kavro::KVRBlackBoxData* store);
+    // No recording is shown any more (it failed, or a folder was opened).
+    void recordingCleared();
 
 private:
     void updateVideoUI();

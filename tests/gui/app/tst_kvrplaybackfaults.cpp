@@ -54,6 +54,7 @@ private slots:
         QVERIFY(viewer.openFolder(folder));
         QCOMPARE(viewer.model()->rowCount(), 2);
         QVERIFY(viewer.playRow(0));
+        QTRY_VERIFY_WITH_TIMEOUT(!viewer.ui().speedField->text().isEmpty(), test::StartWaitMs);
         if (pullCard) {
             card.pull();
         } else {
@@ -66,6 +67,11 @@ private slots:
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
         QVERIFY(!viewer.engine()->isPlayNextTimerActive());
         QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), qint64(0));
+        // The telemetry shown is no longer any recording's.
+        for (const QLabel* field : {viewer.ui().gsensorXField, viewer.ui().speedField,
+                                    viewer.ui().hdopField, viewer.ui().sateliteField})
+            QVERIFY2(field->text().isEmpty(), qPrintable(field->text()));
+        QVERIFY(viewer.ui().graphView->values().empty());
 
         QVERIFY(viewer.openFolder(m_card.root));
         QVERIFY(viewer.playRow(0));
