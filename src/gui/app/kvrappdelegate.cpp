@@ -5,9 +5,9 @@
 #include "common/preferences.h"
 #include "customwindow.h"
 #include "disks/udisks2disksource.h"
-#include "kvrlanguagemenu.h"
 #include "kvrcapturecommands.h"
 #include "kvrhelpcommands.h"
+#include "kvrlanguagemenu.h"
 #include "kvrloadingcontroller.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
@@ -181,6 +181,8 @@ void KVRAppDelegate::setupTelemetryDisplay()
             &KVRTelemetryDisplay::detachStore);
     connect(m_engine, &KVRPlaybackEngine::telemetryReady, m_telemetryDisplay,
             &KVRTelemetryDisplay::recordingOpened);
+    connect(m_engine, &KVRPlaybackEngine::recordingCleared, m_telemetryDisplay,
+            &KVRTelemetryDisplay::clear);
 }
 
 void KVRAppDelegate::connectControls()

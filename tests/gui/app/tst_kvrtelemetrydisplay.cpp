@@ -200,6 +200,17 @@ private slots:
         QVERIFY(!panel.display.south() && !panel.display.west());
         panel.playInfo.setPosition(0.9);
         QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{34.592, 58.431167}));
+
+        // No recording any more: nothing of this one stays, whatever the position does.
+        panel.display.clear();
+        panel.playInfo.setPosition(0.2);
+        for (const QLabel* field :
+             {&panel.x, &panel.y, &panel.z, &panel.speed, &panel.hdop, &panel.satellites})
+            QVERIFY2(field->text().isEmpty(), qPrintable(field->text()));
+        QVERIFY(panel.graph.values().empty());
+        const QVariantMap cleared = mapState(panel.map);
+        QVERIFY(markerOf(cleared).isEmpty());
+        QCOMPARE(cleared.value("route").toInt(), 0);
     }
 
     // No GPS records: the page hears so at every change and the speed stays; no fixes: HDOP and
