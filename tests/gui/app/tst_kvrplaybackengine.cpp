@@ -81,37 +81,47 @@ private slots:
     void playsTheRowLargeAndItsPartnerSmall_data()
     {
         QTest::addColumn<bool>("rearRow");
-        QTest::newRow("front row") << false;
-        QTest::newRow("rear row") << true;
+        QTest::addColumn<bool>("lone"); // a front file without a partner
+        QTest::newRow("front row") << false << false;
+        QTest::newRow("rear row") << true << false;
+        QTest::newRow("lone front row") << false << true;
     }
 
     void playsTheRowLargeAndItsPartnerSmall()
     {
         QFETCH(bool, rearRow);
-        const RecordingPlan* pair = m_card.first([](const RecordingPlan& r) { return r.hasRear; });
-        QVERIFY(pair);
-        const int row = rowOf(*pair, rearRow);
+        QFETCH(bool, lone);
+        const RecordingPlan* plan =
+            m_card.first([lone](const RecordingPlan& r) { return r.hasRear != lone; });
+        QVERIFY(plan);
+        const int row = rowOf(*plan, rearRow);
         QVERIFY(row >= 0);
         Viewer& viewer = *m_viewer;
         QVERIFY(viewer.playRow(row));
 
-        QCOMPARE(viewer.player1()->media().path(), m_card.path(*pair, rearRow));
-        QCOMPARE(viewer.player2()->media().path(), m_card.path(*pair, !rearRow));
+        QCOMPARE(viewer.player1()->media().path(), m_card.path(*plan, rearRow));
         QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row);
         QCOMPARE(viewer.ui().player1BackgroundView->logoImageName(),
                  rearRow ? "v1_rear_logo" : "v1_front_logo");
-        QCOMPARE(viewer.ui().player2BackgroundView->logoImageName(),
-                 rearRow ? "v2_front_logo" : "v2_rear_logo");
         // The pictures themselves: the front camera's frames are the larger ones.
         const QSize front = m_card.plan->options().frontSize;
         const QSize rear = m_card.plan->options().rearSize;
         QCOMPARE(viewer.delegate->video1View()->lastFrame().size(), rearRow ? rear : front);
-        QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
-        QVERIFY(viewer.ui().audioToggleButton->isVisible());
+        QCOMPARE(viewer.ui().audioToggleButton->isVisible(), !lone);
+        QCOMPARE(viewer.engine()->hasRearMedia(), !lone);
+        if (lone) {
+            QVERIFY(viewer.player2()->media().isNull());
+            QVERIFY(!viewer.delegate->video2View()->isVisible());
+        } else {
+            QCOMPARE(viewer.player2()->media().path(), m_card.path(*plan, !rearRow));
+            QCOMPARE(viewer.ui().player2BackgroundView->logoImageName(),
+                     rearRow ? "v2_front_logo" : "v2_rear_logo");
+            QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
+        }
 
         // The telemetry is the front file's, whichever row was chosen.
         KVRBlackBoxData frontData;
-        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*pair, false)));
+        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*plan, false)));
         QVERIFY(!frontData.GSensors().empty());
         QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
         QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);
@@ -120,31 +130,14 @@ private slots:
         QVERIFY(viewer.engine()->isPlayNextTimerActive());
         QVERIFY(viewer.delegate->playInfo()->isPlaying());
 
-        // Chosen by either row, the pair moves on to the row two places after the chosen one.
-        QVERIFY(row + 2 < viewer.model()->rowCount());
+        // Chosen by either row, a pair moves on to the row two places after the chosen one; a
+        // lone file to the next.
+        const int next = row + (lone ? 1 : 2);
+        QVERIFY(next < viewer.model()->rowCount());
         clickSlider(viewer.ui().videoPositionSlider, 0.9);
-        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(row + 2),
-                                  test::StartWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(next), test::StartWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
-        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row + 2);
-    }
-
-    void aLoneFrontRowPlaysAloneAndMovesOnByOne()
-    {
-        const RecordingPlan* lone = m_card.first([](const RecordingPlan& r) { return !r.hasRear; });
-        QVERIFY(lone);
-        const int row = rowOf(*lone, false);
-        QVERIFY(row >= 0 && row + 1 < m_viewer->model()->rowCount());
-        Viewer& viewer = *m_viewer;
-        QVERIFY(viewer.playRow(row));
-        QVERIFY(viewer.player2()->media().isNull());
-        QVERIFY(!viewer.delegate->video2View()->isVisible());
-        QVERIFY(!viewer.ui().audioToggleButton->isVisible());
-        QVERIFY(!viewer.engine()->hasRearMedia());
-
-        clickSlider(viewer.ui().videoPositionSlider, 0.9);
-        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(row + 1),
-                                  test::StartWaitMs);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), next);
     }
 
     void theLastRowRestsAtItsEnd()

@@ -143,27 +143,14 @@ private slots:
                                   double(viewer.player1()->position()), 10000);
     }
 
-    // The map pane is the right column's other face, with the page loaded at start-up.
-    void theMapPaneSharesTheRightColumn()
-    {
-        Viewer& viewer = startViewer();
-        KVRMapView* map = viewer.delegate->mapWebView();
-        QVERIFY(map);
-        QCOMPARE(map->parentWidget(), viewer.ui().mapContainerTopView);
-        QVERIFY(waitForPage(*map));
-        QVERIFY(!map->isVisible());
-        QTest::mouseClick(viewer.ui().informationButtonImageView, Qt::LeftButton);
-        QTRY_VERIFY(map->isVisible());
-        QVERIFY(map->width() > 200 && map->height() > 200);
-        QVERIFY(!viewer.ui().mediaListTableView->isVisible());
-    }
-
     void aRecordingWithoutGpsTellsThePageAtEveryChange()
     {
         QTemporaryDir folder;
         QVERIFY(writeRecordingWithoutGps(
             folder.filePath(QStringLiteral("alwa_20250516_081236_F.avi"))));
-        Viewer& viewer = startViewer();
+        m_viewer = std::make_unique<Viewer>();
+        Viewer& viewer = *m_viewer;
+        // The page is loaded at start-up, before any recording.
         KVRMapView& map = *viewer.delegate->mapWebView();
         QVERIFY(waitForPage(map));
         QVERIFY(viewer.openFolder(folder.path()));
@@ -191,12 +178,6 @@ private slots:
     }
 
 private:
-    Viewer& startViewer()
-    {
-        m_viewer = std::make_unique<Viewer>();
-        return *m_viewer;
-    }
-
     TinyCard m_card;
     std::unique_ptr<Viewer> m_viewer;
 };
