@@ -157,18 +157,21 @@ private slots:
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
     }
 
-    // The loaded row double-clicked again: paused, it plays from the start; playing, it goes on.
-    // (Return on the list goes the same way.)
+    // The loaded row chosen again (double-click or Return): paused, it plays from the start;
+    // playing, it goes on.
     void theLoadedRowChosenAgain_data()
     {
         QTest::addColumn<bool>("paused");
-        QTest::newRow("paused") << true;
-        QTest::newRow("playing") << false;
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("paused, double-click") << true << false;
+        QTest::newRow("paused, Return") << true << true;
+        QTest::newRow("playing, double-click") << false << false;
     }
 
     void theLoadedRowChosenAgain()
     {
         QFETCH(bool, paused);
+        QFETCH(bool, byKey);
         Viewer& viewer = *m_viewer;
         QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 2000, test::StartWaitMs);
         if (paused) {
@@ -176,7 +179,10 @@ private slots:
             QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
         }
         const qint64 before = viewer.player1()->time().intValue();
-        viewer.doubleClickRow(m_longestRow);
+        if (byKey)
+            QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Return);
+        else
+            viewer.doubleClickRow(m_longestRow);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
         const qint64 after = viewer.player1()->time().intValue();
         QVERIFY2(paused ? after < before - 800 : after >= before,
