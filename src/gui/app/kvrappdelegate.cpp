@@ -137,6 +137,8 @@ void KVRAppDelegate::setupInitialValues()
 
     connect(m_window.get(), &CustomWindow::isFullScreenChanged, m_layout,
             &KVRWindowLayout::layoutWindow);
+    connect(m_window.get(), &CustomWindow::isFullScreenChanged, this,
+            [](bool fullScreen) { qCDebug(lcApp, "fullScreen=%d", fullScreen); });
     m_ui.backgroundBox->installEventFilter(this);
     m_ui.videoContainerView->installEventFilter(this);
 

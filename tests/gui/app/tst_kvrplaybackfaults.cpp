@@ -30,11 +30,7 @@ private:
     static constexpr const char* Next = "alwa_20240101_000100_F.avi";
 
 private slots:
-    void initTestCase()
-    {
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
-    }
+    void initTestCase() { m_card.makeInTest(); }
 
     // The player stops on the recording and says so, as for one that fails to open, instead of
     // moving on; the window goes on with another recording.
