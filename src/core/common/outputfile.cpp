@@ -199,8 +199,10 @@ bool OutputFile::open(const std::string& path, Rule rule)
         return failWith(errno, "folder " + folder + " does not exist");
     if (!S_ISDIR(folderInfo.st_mode))
         return failWith(ENOTDIR, folder + " is not a folder");
+    // A file made here and not written whole is removed again: a card left with an empty clock
+    // file is worse than one without.
     if (rule == Rule::KeepTail)
-        return openInPlace(current, O_CREAT);
+        return openInPlace(current, exists ? 0 : O_CREAT | O_EXCL);
     return openTemporary(current);
 }
 

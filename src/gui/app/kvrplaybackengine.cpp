@@ -19,6 +19,7 @@
 #include "widgets/tkimagebutton.h"
 #include "widgets/tkvideobackgroundimageview.h"
 
+#include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
 #include <QtConcurrent>
@@ -138,6 +139,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     m_ui.mediaListTableView->selectOnlyRow(index);
     updateVideoUI();
     m_playingFile = RecordingFileCheck(player1->media().path());
+    m_partnerFile = RecordingFileCheck(player2->media().path());
     emit statusMessage(QString());
     m_loading->showLoading(QStringLiteral("Loading..."));
 
@@ -254,10 +256,8 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
     if (m_waitingForPlayStart && !m_extraction.isRunning() && player == player2 &&
         hasMedia(player2) && failedToOpen(player2)) {
         // A broken partner file must not keep the main recording from playing.
-        qCWarning(lcApp) << "cannot play" << player2->media().path() << "- playing alone";
-        player2->setMedia(VLCMedia());
+        dropPartner("cannot play");
         m_hasRearMedia = false;
-        m_ui.audioToggleButton->hide();
     }
     // Held, the pause is the engine's own, not a state to show.
     if (m_slave->holding())
@@ -488,6 +488,14 @@ void KVRPlaybackEngine::timerPlayNext()
         failRecording();
         return;
     }
+    // Held, both players wait for each other: the partner goes once the hold is over.
+    if (!m_slave->holding() && m_partnerFile.lost()) {
+        emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') +
+                           QFileInfo(m_players.player2->media().path()).fileName());
+        dropPartner("the partner can no longer be read:");
+        chooseAudioAuto();
+        m_controls->updateAudioUI();
+    }
     if (m_preparingPlayNext || !restsAtEnd(m_players.player1))
         return;
     m_preparingPlayNext = true;
@@ -556,6 +564,7 @@ void KVRPlaybackEngine::swapPlayer()
     // Fresh media objects: one libVLC media is never in two players at once.
     const QString path1 = player1->media().path();
     const QString path2 = player2->media().path();
+    std::swap(m_playingFile, m_partnerFile);
     player1->setMedia(VLCMedia::mediaWithPath(path2));
     setPartnerMedia(VLCMedia::mediaWithPath(path1));
     player1->play();
@@ -604,12 +613,26 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_partnerPauseAt = -1;
     m_mediaIndex = -1;
     m_playingFile = {};
+    m_partnerFile = {};
     m_hasRearMedia = false;
     m_playInfo->setIsPlaying(false);
     m_playInfo->setPosition(0);
     m_ui.graphView->setGraphData({});
     m_ui.telemetryNoteField->hide();
     m_loading->hideLoading();
+    updateVideoViewsVisibility();
+    emit recordingCleared();
+}
+
+void KVRPlaybackEngine::dropPartner(const char* why)
+{
+    VLCMediaPlayer* player2 = m_players.player2;
+    qCWarning(lcApp) << why << player2->media().path() << "- playing alone";
+    player2->stop();
+    player2->setMedia(VLCMedia());
+    m_partnerFile = {};
+    m_partnerPauseAt = -1;
+    m_ui.audioToggleButton->hide();
     updateVideoViewsVisibility();
 }
 

@@ -98,6 +98,8 @@ signals:
     void telemetryWillChange();
     // The store holds the telemetry of the recording about to play.
     void telemetryReady(const kavro::KVRBlackBoxData* store);
+    // No recording is shown any more (it failed, or a folder was opened).
+    void recordingCleared();
 
 private:
     void updateVideoUI();
@@ -114,6 +116,8 @@ private:
     void stopTimerPlayNext();
     void timerPlayNext();
     void failRecording();
+    // The small picture's file can't be played: the large one goes on alone.
+    void dropPartner(const char* why);
     void setLogos();
     void setPartnerMedia(const VLCMedia& media);
     // Pauses both players on the frame at the time and lets them go on together.
@@ -139,6 +143,8 @@ private:
     // The large picture's file, checked while it plays: a card pulled out or a file cut short
     // underneath stops playback on that recording instead of moving on.
     RecordingFileCheck m_playingFile;
+    // The same for the small picture's file, which only takes the small picture with it.
+    RecordingFileCheck m_partnerFile;
     // Bumped by every opening and by whatever abandons one, so that late completions and
     // delayed moves of an older recording do nothing.
     quint64 m_opening = 0;
