@@ -3,6 +3,7 @@
 // telemetry chunks. Also prints the peak memory growth and the bytes read by one extraction,
 // each measured in a fresh process.
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/aviformat.h"
 #include "telemetry/kvraviwriter.h"
 #include "telemetry/kvrblackboxdata.h"
@@ -201,7 +202,7 @@ int measureOne(const QString& path)
     const long peakBefore = statusValue("/proc/self/status", "VmHWM:");
     const long readBefore = statusValue("/proc/self/io", "rchar:");
     KVRBlackBoxData store;
-    if (!store.ExtractStreamInformation(path))
+    if (!store.ExtractStreamInformation(kavro::nativePath(path)))
         return 1;
     const long readAfter = statusValue("/proc/self/io", "rchar:");
     const long peakAfter = statusValue("/proc/self/status", "VmHWM:");
@@ -237,7 +238,8 @@ int main(int argc, char* argv[])
     KVRBlackBoxData store;
     std::size_t records = 0;
     const auto [extract, minimal] = bestMilliseconds(
-        50, [&] { store.ExtractStreamInformation(path); }, [&] { records = minimalRead(path); });
+        50, [&] { store.ExtractStreamInformation(kavro::nativePath(path)); },
+        [&] { records = minimalRead(path); });
     std::printf("extraction: %.2f ms (%zu samples, %zu GPS records, %zu fixes)\n", extract,
                 store.GSensors().size(), store.gpsRecords().size(), store.NMEAs().size());
     std::printf("minimal reader: %.2f ms (%zu records)\n", minimal, records);
@@ -251,7 +253,7 @@ int main(int argc, char* argv[])
                                         "-c", "copy",  "-f", "data", "-y",   "/dev/null"};
         const auto [copy, again] = bestMilliseconds(
             5, [&] { ok = ok && QProcess::execute(ffmpeg, copyArguments) == 0; },
-            [&] { store.ExtractStreamInformation(path); });
+            [&] { store.ExtractStreamInformation(kavro::nativePath(path)); });
         std::printf("ffmpeg copying the telemetry stream: %.2f ms%s\n", copy,
                     ok ? "" : " (ffmpeg failed)");
         std::printf("ffmpeg / extraction: %.1f (target at least 20)\n",

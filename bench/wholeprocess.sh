@@ -9,7 +9,7 @@ set -euo pipefail
 build_dir="$(cd "${1:?usage: wholeprocess.sh BUILD_DIR}" && pwd)"
 runs="${RUNS:-15}"
 data="$build_dir/bench-data"
-kavro="$build_dir/src/cli/kavro"
+kavro="${KAVRO:-$build_dir/src/cli/kavro}" # KAVRO: another build of it, to compare
 camsim="$build_dir/src/tools/camsim/kavro-camsim"
 reader="$build_dir/bench/minimal_reader"
 mkdir -p "$data"

@@ -2,6 +2,7 @@
 // recovery of a recording cut short, and the cut-short recording as the player is fed it.
 #include "scratchfile.h"
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 #include "telemetry/kvrblackboxdata.h"
 #include "telemetry/recordingprobe.h"
@@ -20,12 +21,12 @@ void extract(const QString& path, bool recover)
 {
     KVRBlackBoxData store;
     store.setRecoverCutShort(recover);
-    if (!store.ExtractStreamInformation(path))
+    if (!store.ExtractStreamInformation(nativePath(path)))
         return;
     RecordingProbe::telemetrySeconds(store);
     telemetryJson(store);
     telemetryCsv(store);
-    routeGpx(routePoints(store), QStringLiteral("fuzz"));
+    routeGpx(routePoints(store), "fuzz");
 }
 
 // Reads the whole file as shown, in pieces of uneven size, and checks that every byte promised
@@ -58,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString path = fuzz::ScratchFile::write(data, size);
     if (path.isEmpty())
         return 0;
-    RecordingProbe::probe(path);
+    RecordingProbe::probe(nativePath(path));
     extract(path, false);
     extract(path, true);
     readCutShort(path);

@@ -30,6 +30,9 @@ trap 'DEBIAN_FRONTEND=noninteractive $sudo apt-get remove -y -qq kavro-viewer >/
 
 /usr/bin/kavro-viewer --version | grep -q '^kavro-viewer ' || fail "kavro-viewer --version"
 /usr/bin/kavro --version >/dev/null || fail "kavro --version"
+# config runs in the companion that kavro starts from the package's libexec folder.
+/usr/bin/kavro config defaults "$work/config.bin" && /usr/bin/kavro config show "$work/config.bin" |
+    grep -q '"checksum_valid"' || fail "kavro config show"
 
 # The installed viewer in Korean on an empty folder, offscreen: it must say that it started and
 # still be running a few seconds later.

@@ -1,5 +1,5 @@
-#include "commandline.h"
-#include "commands.h"
+#include "qtcommandline.h"
+#include "qtcommands.h"
 
 #include "card/cardrules.h"
 #include "card/timesetfile.h"
@@ -21,7 +21,7 @@ camera sets its clock from it. An existing longer file keeps its bytes after the
 
 int runClockCommand(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("clock"), arguments);
+    QtCommandLine line(QStringLiteral("clock"), arguments);
     if (!line.parse({QStringLiteral("--at")}))
         return fail(line.error());
     if (line.helpRequested())

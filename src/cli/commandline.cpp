@@ -2,22 +2,37 @@
 
 #include "common/outputfile.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace kavro::cli {
 
-CommandLine::CommandLine(QString command, QStringList arguments)
+namespace {
+
+bool contains(const Arguments& list, const std::string& item)
+{
+    return std::find(list.begin(), list.end(), item) != list.end();
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
+
+} // namespace
+
+CommandLine::CommandLine(std::string command, Arguments arguments)
     : m_command(std::move(command)), m_arguments(std::move(arguments))
 {
 }
 
-bool CommandLine::parse(const QStringList& valueOptions, const QStringList& flags)
+bool CommandLine::parse(const Arguments& valueOptions, const Arguments& flags)
 {
     bool onlyPositional = false;
-    for (qsizetype i = 0; i < m_arguments.size(); ++i) {
-        const QString& argument = m_arguments.at(i);
-        if (onlyPositional || argument == "-" || !argument.startsWith('-')) {
-            m_positional.append(argument);
+    for (std::size_t i = 0; i < m_arguments.size(); ++i) {
+        const std::string& argument = m_arguments[i];
+        if (onlyPositional || argument == "-" || !argument.starts_with('-')) {
+            m_positional.push_back(argument);
             continue;
         }
         if (argument == "--") {
@@ -25,36 +40,36 @@ bool CommandLine::parse(const QStringList& valueOptions, const QStringList& flag
             continue;
         }
         if (argument == "-h" || argument == "--help") {
-            m_options["--help"] = QString();
+            m_options["--help"] = std::string();
             continue;
         }
-        QString name = argument;
-        std::optional<QString> inlineValue;
-        qsizetype equals = argument.indexOf('=');
-        if (argument.startsWith("--") && equals > 0) {
-            name = argument.left(equals);
-            inlineValue = argument.mid(equals + 1);
+        std::string name = argument;
+        std::optional<std::string> inlineValue;
+        const std::size_t equals = argument.find('=');
+        if (argument.starts_with("--") && equals != std::string::npos && equals > 0) {
+            name = argument.substr(0, equals);
+            inlineValue = argument.substr(equals + 1);
         }
-        if (valueOptions.contains(name)) {
+        if (contains(valueOptions, name)) {
             if (!inlineValue) {
                 if (i + 1 >= m_arguments.size()) {
-                    m_error = QStringLiteral("%1: option %2 needs a value").arg(m_command, name);
+                    m_error = m_command + ": option " + name + " needs a value";
                     return false;
                 }
-                inlineValue = m_arguments.at(++i);
+                inlineValue = m_arguments[++i];
             }
             m_options[name] = *inlineValue;
-        } else if (flags.contains(name) && !inlineValue) {
-            m_options[name] = QString();
+        } else if (contains(flags, name) && !inlineValue) {
+            m_options[name] = std::string();
         } else {
-            m_error = QStringLiteral("%1: unknown option %2").arg(m_command, argument);
+            m_error = m_command + ": unknown option " + argument;
             return false;
         }
     }
     return true;
 }
 
-std::optional<QString> CommandLine::value(const QString& name) const
+std::optional<std::string> CommandLine::value(const std::string& name) const
 {
     auto it = m_options.find(name);
     if (it == m_options.end())
@@ -62,53 +77,72 @@ std::optional<QString> CommandLine::value(const QString& name) const
     return it->second;
 }
 
-std::optional<QString> CommandLine::format(const QStringList& allowed)
+bool CommandLine::writesFile() const
 {
-    std::optional<QString> chosen = value("--format");
+    const std::optional<std::string> path = value("-o");
+    return path && *path != "-";
+}
+
+std::optional<std::string> CommandLine::format(const Arguments& allowed)
+{
+    std::optional<std::string> chosen = value("--format");
     if (!chosen)
-        return allowed.value(0);
-    if (!allowed.contains(*chosen)) {
-        m_error = QStringLiteral("%1: unknown format '%2' (use %3)")
-                      .arg(m_command, *chosen, allowed.join('|'));
+        return allowed.empty() ? std::string() : allowed.front();
+    if (!contains(allowed, *chosen)) {
+        std::string names;
+        for (const std::string& name : allowed)
+            names += (names.empty() ? "" : "|") + name;
+        m_error = m_command + ": unknown format '" + *chosen + "' (use " + names + ")";
         return std::nullopt;
     }
     return chosen;
 }
 
-void note(const QString& message)
+void note(std::string_view message)
 {
-    const QByteArray line = "kavro: " + message.simplified().toUtf8() + '\n';
-    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+    // One line whatever the message holds: runs of blanks become one space, none at the ends.
+    std::string line = "kavro: ";
+    bool blank = false;
+    for (const char c : message) {
+        if (isBlank(c)) {
+            blank = true;
+            continue;
+        }
+        if (blank && line.size() > 7)
+            line += ' ';
+        blank = false;
+        line += c;
+    }
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-int fail(const QString& message)
+int fail(std::string_view message)
 {
     note(message);
     return ExitUsage;
 }
 
-int printHelp(const QString& text)
+int printHelp(std::string_view text)
 {
-    QByteArray utf8 = text.toUtf8();
-    if (!utf8.endsWith('\n'))
-        utf8.append('\n');
-    std::fwrite(utf8.constData(), 1, static_cast<size_t>(utf8.size()), stdout);
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    if (!text.ends_with('\n'))
+        std::fputc('\n', stdout);
     return ExitOk;
 }
 
-int writeOutput(const CommandLine& line, const QByteArray& output)
+int writeOutput(const CommandLine& line, std::string_view output)
 {
-    if (std::optional<QString> path = line.value("-o")) {
-        QString error;
-        if (!writeFile(*path, output, &error))
-            return fail(
-                QStringLiteral("%1: cannot write %2: %3").arg(line.command(), *path, error));
+    if (line.writesFile()) {
+        const std::string path = *line.value("-o");
+        std::string error;
+        if (!writeFile(path, output, &error))
+            return fail(line.command() + ": cannot write " + path + ": " + error);
         return ExitOk;
     }
-    if (std::fwrite(output.constData(), 1, static_cast<size_t>(output.size()), stdout) !=
-            static_cast<size_t>(output.size()) ||
+    if (std::fwrite(output.data(), 1, output.size(), stdout) != output.size() ||
         std::fflush(stdout) != 0)
-        return fail(QStringLiteral("%1: cannot write to standard output").arg(line.command()));
+        return fail(line.command() + ": cannot write to standard output");
     return ExitOk;
 }
 

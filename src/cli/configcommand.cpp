@@ -1,5 +1,5 @@
-#include "commandline.h"
-#include "commands.h"
+#include "qtcommandline.h"
+#include "qtcommands.h"
 
 #include "common/jsonwriter.h"
 #include "settings/editablefields.h"
@@ -80,7 +80,7 @@ bool loadRecord(const QString& command, const QString& path, _FILEDATA& record, 
 
 // Starts a subcommand: parses its options, answers --help and checks the number of positional
 // arguments. Returns an exit status when the subcommand is already done.
-std::optional<int> begin(CommandLine& line, const QStringList& valueOptions, const QString& help,
+std::optional<int> begin(QtCommandLine& line, const QStringList& valueOptions, const QString& help,
                          qsizetype minPositional, qsizetype maxPositional)
 {
     if (!line.parse(valueOptions))
@@ -102,7 +102,7 @@ QByteArray showJson(const _FILEDATA& record)
         json.key(field.name);
         switch (field.type) {
         case FieldType::Chars:
-            json.value(fieldText(record, field));
+            json.value(fieldText(record, field).toStdString());
             break;
         case FieldType::U32Array:
             json.beginArray(JsonWriter::Layout::Inline);
@@ -118,14 +118,14 @@ QByteArray showJson(const _FILEDATA& record)
     json.key("checksum_valid");
     json.value(hasValidChecksum(record));
     json.endObject();
-    return json.take();
+    return QByteArray::fromStdString(json.take());
 }
 
 QByteArray quoted(const QString& text)
 {
     JsonWriter json(false);
-    json.value(text);
-    return json.take().trimmed();
+    json.value(text.toStdString());
+    return QByteArray::fromStdString(json.take()).trimmed();
 }
 
 QByteArray showText(const _FILEDATA& record)
@@ -153,7 +153,7 @@ QByteArray showText(const _FILEDATA& record)
 
 int runShow(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("config show"), arguments);
+    QtCommandLine line(QStringLiteral("config show"), arguments);
     if (std::optional<int> done =
             begin(line, {"-o", "--format"}, QString::fromUtf8(ShowHelp), 1, 1))
         return *done;
@@ -169,7 +169,7 @@ int runShow(const QStringList& arguments)
 
 int runDefaults(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("config defaults"), arguments);
+    QtCommandLine line(QStringLiteral("config defaults"), arguments);
     if (std::optional<int> done = begin(line, {}, QString::fromUtf8(DefaultsHelp), 1, 1))
         return *done;
     const QString& path = line.positional().at(0);
@@ -193,7 +193,7 @@ QString wrapped(const QStringList& names)
 
 int runSet(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("config set"), arguments);
+    QtCommandLine line(QStringLiteral("config set"), arguments);
     QString help = QString::fromUtf8(SetHelp).arg(wrapped(editableFieldNames()));
     if (std::optional<int> done = begin(line, {}, help, 2, std::numeric_limits<qsizetype>::max()))
         return *done;

@@ -1,5 +1,5 @@
-#include "commandline.h"
-#include "commands.h"
+#include "qtcommandline.h"
+#include "qtcommands.h"
 
 #include "records/kvrflashdata.h"
 
@@ -51,7 +51,7 @@ QByteArray textTable(const KVRFlashData& data)
 
 int runDrvCommand(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("drv"), arguments);
+    QtCommandLine line(QStringLiteral("drv"), arguments);
     if (!line.parse({QStringLiteral("-o"), QStringLiteral("--format")}))
         return fail(line.error());
     if (line.helpRequested())

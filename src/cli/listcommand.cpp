@@ -3,10 +3,16 @@
 #include "streamedoutput.h"
 
 #include "common/jsonwriter.h"
-#include "recording/kvrmedialist.h"
+#include "common/utf8text.h"
+#include "recording/recordingscan.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <map>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace kavro::cli {
 
@@ -23,16 +29,15 @@ Formats:
          date and time are "" for a name without a valid time, partner is the path of the
          other channel's file of the same moment, or null)";
 
-// The texts of one row in UTF-8. The path is converted once; the file name and the group are
-// parts of it (an admitted name ends in "_F" or "_R" and ".avi" in any case), and the date and
-// time are written digit by digit: per-row formatting was most of the cost of a full card.
+// The texts of one row. The file name and the group are parts of the path (an admitted name
+// ends in "_F" or "_R" and ".avi" in any case), and the date and time are written digit by
+// digit: per-row formatting was most of the cost of a full card.
 struct Row
 {
-    explicit Row(const KVRMedia& media) : path(media.path().toUtf8())
+    explicit Row(const RecordingName& media) : path(media.path())
     {
-        const qsizetype fileStart = path.lastIndexOf('/') + 1;
-        file = view(fileStart, path.size() - fileStart);
-        fileChars = media.path().size() - (media.path().lastIndexOf(u'/') + 1);
+        file = path.substr(path.rfind('/') + 1);
+        fileChars = utf16Length(file);
         group = file.size() >= 6 ? file.substr(0, file.size() - 6) : std::string_view();
         if (!media.hasTime())
             return;
@@ -49,10 +54,6 @@ struct Row
         dated = true;
     }
 
-    std::string_view view(qsizetype from, qsizetype length) const
-    {
-        return {path.constData() + from, std::size_t(length)};
-    }
     std::string_view dateText() const { return dated ? std::string_view(date, 10) : ""; }
     std::string_view timeText() const { return dated ? std::string_view(time, 8) : ""; }
 
@@ -62,18 +63,52 @@ struct Row
             out[i] = char('0' + value % 10);
     }
 
-    QByteArray path;
+    std::string_view path;
     std::string_view file;
     std::string_view group;
-    qsizetype fileChars = 0; // in UTF-16 units, as the text columns have always been counted
+    std::size_t fileChars = 0; // in UTF-16 units, as the text columns have always been counted
     char date[10] = {};
     char time[8] = {};
     bool dated = false;
 };
 
-std::string_view modeWord(const KVRMedia& media)
+// The front and rear record of each moment, by group name; a later record of the same name and
+// channel takes the slot of the earlier one, as in the viewer's pair table.
+class Partners
 {
-    switch (media.mediaDivision()) {
+public:
+    explicit Partners(const std::vector<RecordingName>& list) : m_list(list)
+    {
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            Slots& pair = m_pairs[RecordingName::pairKey(list[i].name())];
+            (list[i].direction() == KVRMediaDirectionRear ? pair.rear : pair.front) = i;
+        }
+    }
+    // The record of the other channel of the same moment, or null.
+    const RecordingName* of(const RecordingName& media) const
+    {
+        const auto found = m_pairs.find(media.groupName());
+        if (found == m_pairs.end())
+            return nullptr;
+        const std::size_t other =
+            media.direction() == KVRMediaDirectionRear ? found->second.front : found->second.rear;
+        return other == None ? nullptr : &m_list[other];
+    }
+
+private:
+    static constexpr std::size_t None = std::size_t(-1);
+    struct Slots
+    {
+        std::size_t front = None;
+        std::size_t rear = None;
+    };
+    const std::vector<RecordingName>& m_list;
+    std::map<std::string_view, Slots, std::less<>> m_pairs;
+};
+
+std::string_view modeWord(const RecordingName& media)
+{
+    switch (media.division()) {
     case KVRMediaDivisionMotion:
         return "motion";
     case KVRMediaDivisionEvent:
@@ -83,33 +118,33 @@ std::string_view modeWord(const KVRMedia& media)
     }
 }
 
-std::string_view channelWord(const KVRMedia& media)
+std::string_view channelWord(const RecordingName& media)
 {
-    if (media.isFrontMedia())
+    if (media.direction() == KVRMediaDirectionFront)
         return "front";
-    return media.isRearMedia() ? "rear" : "unknown";
+    return media.direction() == KVRMediaDirectionRear ? "rear" : "unknown";
 }
 
 // Rows go out in pieces of about this size: a full card's list is megabytes, and holding it
 // whole cost more in fresh pages than writing it.
-constexpr qsizetype PieceSize = 64 * 1024;
+constexpr std::size_t PieceSize = 64 * 1024;
 
-bool jsonRows(const KVRMediaList& list, StreamedOutput& output)
+bool jsonRows(const std::vector<RecordingName>& list, StreamedOutput& output)
 {
-    const QHash<QString, KVRMediaPair> pairs = list.mediaPairDic();
+    const Partners partners(list);
     JsonWriter json;
     json.beginArray();
-    for (const KVRMediaPtr& media : list.medias()) {
-        const Row row(*media);
+    for (const RecordingName& media : list) {
+        const Row row(media);
         json.beginObject(JsonWriter::Layout::Inline);
         json.key("path");
-        json.value(std::string_view(row.path.constData(), std::size_t(row.path.size())));
+        json.value(row.path);
         json.key("file");
         json.value(row.file);
         json.key("mode");
-        json.value(modeWord(*media));
+        json.value(modeWord(media));
         json.key("channel");
-        json.value(channelWord(*media));
+        json.value(channelWord(media));
         json.key("date");
         json.value(row.dateText());
         json.key("time");
@@ -117,8 +152,7 @@ bool jsonRows(const KVRMediaList& list, StreamedOutput& output)
         json.key("group");
         json.value(row.group);
         json.key("partner");
-        const auto pair = pairs.constFind(media->mediaGroupName());
-        if (KVRMediaPtr partner = pair != pairs.constEnd() ? pair->partnerOf(*media) : nullptr)
+        if (const RecordingName* partner = partners.of(media))
             json.value(partner->path());
         else
             json.null();
@@ -130,35 +164,34 @@ bool jsonRows(const KVRMediaList& list, StreamedOutput& output)
     return output.write(json.take());
 }
 
-bool textRows(const KVRMediaList& list, StreamedOutput& output)
+bool textRows(const std::vector<RecordingName>& list, StreamedOutput& output)
 {
-    const QList<KVRMediaPtr> medias = list.medias();
-    qsizetype fileWidth = 0;
-    for (const KVRMediaPtr& media : medias)
-        fileWidth = std::max(fileWidth, media->path().size() - media->path().lastIndexOf(u'/') - 1);
-    QByteArray text;
+    std::size_t fileWidth = 0;
+    for (const RecordingName& media : list)
+        fileWidth = std::max(fileWidth, Row(media).fileChars);
+    std::string text;
     text.reserve(PieceSize + 4096);
-    auto column = [&text](std::string_view value, qsizetype chars, qsizetype width) {
+    auto column = [&text](std::string_view value, std::size_t chars, std::size_t width) {
         if (value.empty()) {
             value = "-";
             chars = 1;
         }
-        text.append(value.data(), qsizetype(value.size()));
-        text.append(std::max<qsizetype>(0, width - chars) + 2, ' ');
+        text.append(value);
+        text.append((width > chars ? width - chars : 0) + 2, ' ');
     };
-    for (const KVRMediaPtr& media : medias) {
-        const Row row(*media);
-        column(modeWord(*media), qsizetype(modeWord(*media).size()), 6);
-        column(row.dateText(), qsizetype(row.dateText().size()), 10);
-        column(row.timeText(), qsizetype(row.timeText().size()), 8);
-        column(channelWord(*media), qsizetype(channelWord(*media).size()), 5);
+    for (const RecordingName& media : list) {
+        const Row row(media);
+        column(modeWord(media), modeWord(media).size(), 6);
+        column(row.dateText(), row.dateText().size(), 10);
+        column(row.timeText(), row.timeText().size(), 8);
+        column(channelWord(media), channelWord(media).size(), 5);
         column(row.file, row.fileChars, fileWidth);
         text.append(row.path);
-        text.append('\n');
+        text += '\n';
         if (text.size() >= PieceSize) {
             if (!output.write(text))
                 return false;
-            text.resize(0);
+            text.clear();
         }
     }
     return output.write(text);
@@ -166,30 +199,30 @@ bool textRows(const KVRMediaList& list, StreamedOutput& output)
 
 } // namespace
 
-int runListCommand(const QStringList& arguments)
+int runListCommand(const Arguments& arguments)
 {
-    CommandLine line(QStringLiteral("list"), arguments);
+    CommandLine line("list", arguments);
     if (!line.parse({"-o", "--format"}))
         return fail(line.error());
     if (line.helpRequested())
         return printHelp(ListHelp);
-    std::optional<QString> format = line.format({"text", "json"});
+    std::optional<std::string> format = line.format({"text", "json"});
     if (!format)
         return fail(line.error());
     if (line.positional().size() != 1)
-        return fail(QStringLiteral("list: expected one folder (try 'kavro list --help')"));
+        return fail("list: expected one folder (try 'kavro list --help')");
 
-    const QString& given = line.positional().constFirst();
-    QFileInfo folder(given);
-    if (!folder.exists())
-        return fail(QStringLiteral("list: no such folder: %1").arg(given));
-    if (!folder.isDir())
-        return fail(QStringLiteral("list: not a folder: %1").arg(given));
-    if (!folder.isReadable() || !folder.isExecutable())
-        return fail(QStringLiteral("list: cannot read folder: %1").arg(given));
+    const std::string& given = line.positional().front();
+    struct stat info;
+    if (::stat(given.c_str(), &info) != 0)
+        return fail("list: no such folder: " + given);
+    if (!S_ISDIR(info.st_mode))
+        return fail("list: not a folder: " + given);
+    if (::access(given.c_str(), R_OK | X_OK) != 0)
+        return fail("list: cannot read folder: " + given);
 
-    KVRMediaList list;
-    list.setDirectoryPathAndWait(QDir::cleanPath(folder.absoluteFilePath()));
+    std::vector<RecordingName> list = RecordingScan::collect(given);
+    RecordingScan::sort(list);
     StreamedOutput output(line);
     if (*format == "json")
         jsonRows(list, output);

@@ -1,8 +1,7 @@
-#include "commandline.h"
 #include "commands.h"
+#include "handover.h"
 
-#include <QCoreApplication>
-#include <QStringList>
+#include <string_view>
 
 using namespace kavro::cli;
 
@@ -31,30 +30,19 @@ it skipped some files but read others.)";
 
 int main(int argc, char* argv[])
 {
-    // No application object: nothing here runs an event loop, and building one costs a locale
-    // set-up on every start. The names are kept for the preferences store.
-    QCoreApplication::setApplicationName("kavro");
-    QCoreApplication::setOrganizationName("KAVRO");
-
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-    if (arguments.isEmpty())
+    HandOver::setArguments(argc, argv);
+    if (argc < 2)
         return fail("no command given (try 'kavro --help')");
-    QString command = arguments.takeFirst();
+    const std::string_view command = argv[1];
     if (command == "--help" || command == "-h" || command == "help")
         return printHelp(ToolHelp);
     if (command == "--version")
-        return printHelp(QStringLiteral("kavro " KAVRO_VERSION));
+        return printHelp("kavro " KAVRO_VERSION);
     if (command == "telemetry")
-        return runTelemetryCommand(arguments);
+        return runTelemetryCommand(Arguments(argv + 2, argv + argc));
     if (command == "list")
-        return runListCommand(arguments);
-    if (command == "config")
-        return runConfigCommand(arguments);
-    if (command == "drv")
-        return runDrvCommand(arguments);
-    if (command == "clock")
-        return runClockCommand(arguments);
-    return fail(QStringLiteral("unknown command '%1' (try 'kavro --help')").arg(command));
+        return runListCommand(Arguments(argv + 2, argv + argc));
+    if (command == "config" || command == "drv" || command == "clock")
+        return fail(HandOver::toCompanion());
+    return fail("unknown command '" + std::string(command) + "' (try 'kavro --help')");
 }

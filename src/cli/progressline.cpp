@@ -8,32 +8,33 @@ namespace kavro::cli {
 
 namespace {
 
-constexpr qint64 UnaskedAfterMs = 1000;
-constexpr qint64 TerminalEveryMs = 100;
-constexpr qint64 LineEveryMs = 1000;
+constexpr std::int64_t UnaskedAfterMs = 1000;
+constexpr std::int64_t TerminalEveryMs = 100;
+constexpr std::int64_t LineEveryMs = 1000;
 
-void writeError(const QByteArray& text)
+void writeError(const std::string& text)
 {
-    std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stderr);
+    std::fwrite(text.data(), 1, text.size(), stderr);
     std::fflush(stderr);
 }
 
 } // namespace
 
-ProgressLine::ProgressLine(bool requested, std::size_t total, QString label)
+ProgressLine::ProgressLine(bool requested, std::size_t total, std::string label)
     : m_requested(requested), m_terminal(::isatty(STDERR_FILENO) == 1), m_total(total),
       m_label(std::move(label))
 {
-    m_clock.start();
 }
 
 void ProgressLine::update(std::size_t done)
 {
     m_done = done;
-    const qint64 now = m_clock.elapsed();
+    const std::int64_t now = std::chrono::duration_cast<std::chrono::milliseconds>(
+                                 std::chrono::steady_clock::now() - m_started)
+                                 .count();
     if (!m_requested && (!m_terminal || now < UnaskedAfterMs))
         return;
-    const qint64 every = m_terminal ? TerminalEveryMs : LineEveryMs;
+    const std::int64_t every = m_terminal ? TerminalEveryMs : LineEveryMs;
     if (m_shownAt >= 0 && now - m_shownAt < every && done < m_total)
         return;
     m_shownAt = now;
@@ -56,8 +57,8 @@ void ProgressLine::finish()
 
 void ProgressLine::show(std::size_t done, bool last)
 {
-    QByteArray text =
-        QStringLiteral("kavro: %1: %2/%3 recordings").arg(m_label).arg(done).arg(m_total).toUtf8();
+    std::string text = "kavro: " + m_label + ": " + std::to_string(done) + '/' +
+                       std::to_string(m_total) + " recordings";
     m_shownDone = done;
     if (m_terminal) {
         // Redrawn from the left margin, the rest of the old line cleared.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QElapsedTimer>
-#include <QString>
-
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
+#include <string>
 
 namespace kavro::cli {
 
@@ -13,7 +13,7 @@ namespace kavro::cli {
 class ProgressLine
 {
 public:
-    ProgressLine(bool requested, std::size_t total, QString label);
+    ProgressLine(bool requested, std::size_t total, std::string label);
 
     void update(std::size_t done);
     // Clears the line on a terminal, so that another message starts at the left margin.
@@ -28,9 +28,9 @@ private:
     bool m_terminal;
     std::size_t m_total;
     std::size_t m_done = 0;
-    QString m_label;
-    QElapsedTimer m_clock;
-    qint64 m_shownAt = -1;
+    std::string m_label;
+    std::chrono::steady_clock::time_point m_started = std::chrono::steady_clock::now();
+    std::int64_t m_shownAt = -1; // milliseconds after the start
     std::size_t m_shownDone = 0;
     bool m_onLine = false; // a line without its newline is on the terminal
 };

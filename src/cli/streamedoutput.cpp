@@ -6,7 +6,7 @@ namespace kavro::cli {
 
 StreamedOutput::StreamedOutput(const CommandLine& line) : m_line(line), m_gather(line.has("-o")) {}
 
-bool StreamedOutput::write(const QByteArray& piece)
+bool StreamedOutput::write(std::string_view piece)
 {
     if (m_failed)
         return false;
@@ -14,8 +14,7 @@ bool StreamedOutput::write(const QByteArray& piece)
         m_gathered.append(piece);
         return true;
     }
-    const auto size = static_cast<std::size_t>(piece.size());
-    m_failed = std::fwrite(piece.constData(), 1, size, stdout) != size;
+    m_failed = std::fwrite(piece.data(), 1, piece.size(), stdout) != piece.size();
     return !m_failed;
 }
 
@@ -24,7 +23,7 @@ int StreamedOutput::finish()
     if (m_gather)
         return writeOutput(m_line, m_gathered);
     if (m_failed || std::fflush(stdout) != 0)
-        return fail(QStringLiteral("%1: cannot write to standard output").arg(m_line.command()));
+        return fail(m_line.command() + ": cannot write to standard output");
     return ExitOk;
 }
 

@@ -2,7 +2,8 @@
 
 #include "commandline.h"
 
-#include <QByteArray>
+#include <string>
+#include <string_view>
 
 namespace kavro::cli {
 
@@ -16,7 +17,7 @@ public:
     explicit StreamedOutput(const CommandLine& line);
 
     // False once standard output has failed; the rest is then dropped.
-    bool write(const QByteArray& piece);
+    bool write(std::string_view piece);
     // Sends what was gathered, or flushes standard output; ExitOk or the status of fail().
     int finish();
 
@@ -24,7 +25,7 @@ private:
     const CommandLine& m_line;
     bool m_gather;
     bool m_failed = false;
-    QByteArray m_gathered;
+    std::string m_gathered;
 };
 
 } // namespace kavro::cli

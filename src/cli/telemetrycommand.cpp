@@ -1,17 +1,17 @@
 #include "commandline.h"
 #include "commands.h"
-#include "progressline.h"
-#include "streamedoutput.h"
 
 #include "telemetry/kvrblackboxdata.h"
 #include "telemetry/telemetryexport.h"
-#include "telemetry/tripexport.h"
-#include "telemetry/tripplan.h"
 
-#include <QFile>
-#include <QFileInfo>
-
+#include <cerrno>
+#include <charconv>
 #include <cmath>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace kavro::cli {
 
@@ -59,26 +59,54 @@ named on stderr, one line each, and skipped.
 Exit status: 0 when every recording was read; 1 when some were skipped but at least one was read;
 2 when none could be read (a folder without recordings too) or the arguments are wrong.)";
 
-constexpr int ExitSomeSkipped = 1;
+std::string fileName(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
 
-int oneRecording(const CommandLine& line, const QString& path, const QString& format)
+bool isFolder(const std::string& path)
+{
+    struct stat info;
+    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+// Seconds as a decimal number, blanks around it allowed; nothing else.
+std::optional<double> secondsOf(std::string_view text)
+{
+    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front())))
+        text.remove_prefix(1);
+    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.back())))
+        text.remove_suffix(1);
+    if (text.starts_with('+'))
+        text.remove_prefix(1);
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return value;
+}
+
+} // namespace
+
+int telemetryOfOneRecording(const CommandLine& line, const std::string& path,
+                            const std::string& format)
 {
     KVRBlackBoxData store;
     store.setRecoverCutShort(line.has("--recover"));
     if (!store.ExtractStreamInformation(path)) {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return fail(
-                QStringLiteral("telemetry: cannot open %1: %2").arg(path, file.errorString()));
-        return fail(QStringLiteral("telemetry: %1 is not a RIFF/AVI file").arg(path));
+        const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0)
+            return fail("telemetry: cannot open " + path + ": " + std::strerror(errno));
+        ::close(fd);
+        return fail("telemetry: " + path + " is not a RIFF/AVI file");
     }
 
     if (store.recovered())
-        note(QStringLiteral("telemetry: %1 has no index; recovered from a recording cut short")
-                 .arg(path));
+        note("telemetry: " + path + " has no index; recovered from a recording cut short");
 
-    const QString name = QFileInfo(path).fileName();
-    QByteArray output;
+    const std::string name = fileName(path);
+    std::string output;
     if (format == "json")
         output = telemetryJson(store);
     else if (format == "csv")
@@ -92,88 +120,31 @@ int oneRecording(const CommandLine& line, const QString& path, const QString& fo
     return writeOutput(line, output);
 }
 
-TripExport::Format tripFormat(const QString& format)
-{
-    if (format == "csv")
-        return TripExport::Format::Csv;
-    if (format == "gpx")
-        return TripExport::Format::Gpx;
-    if (format == "geojson")
-        return TripExport::Format::GeoJson;
-    if (format == "kml")
-        return TripExport::Format::Kml;
-    return TripExport::Format::Json;
-}
-
-void warn(ProgressLine& progress, const QString& message)
-{
-    progress.interrupt();
-    fail("telemetry: " + message);
-}
-
-int manyRecordings(const CommandLine& line, const QString& format, double gapSeconds)
-{
-    TripPlan::Options options;
-    options.gapSeconds = gapSeconds;
-    options.read.recover = line.has("--recover");
-    const TripPlan plan = TripPlan::make(line.positional(), options);
-    ProgressLine progress(line.has("--progress"), plan.recordings().size(), "telemetry");
-    for (const TripPlan::Problem& problem : plan.problems())
-        warn(progress, problem.message);
-    if (plan.recordings().empty())
-        return ExitUsage;
-
-    StreamedOutput output(line);
-    std::size_t refused = 0;
-    TripExport exporter(plan, tripFormat(format), options.read);
-    exporter.setRecoveryNotice([&progress](const QString& path) {
-        progress.interrupt();
-        note(QStringLiteral("telemetry: %1 has no index; recovered from a recording cut short")
-                 .arg(path));
-    });
-    exporter.write([&output](const QByteArray& piece) { return output.write(piece); },
-                   [&progress](std::size_t done) { progress.update(done); },
-                   [&](const TripPlan::Problem& problem) {
-                       ++refused;
-                       warn(progress, problem.message);
-                   });
-    progress.finish();
-    const int written = output.finish();
-    if (written != ExitOk)
-        return written;
-    if (refused == plan.recordings().size())
-        return ExitUsage;
-    return plan.problems().empty() && refused == 0 ? ExitOk : ExitSomeSkipped;
-}
-
-} // namespace
-
-int runTelemetryCommand(const QStringList& arguments)
+int runTelemetryCommand(const Arguments& arguments)
 {
     CommandLine line("telemetry", arguments);
     if (!line.parse({"-o", "--format", "--gap"}, {"--progress", "--recover"}))
         return fail(line.error());
     if (line.helpRequested())
         return printHelp(TelemetryHelp);
-    const std::optional<QString> format = line.format({"json", "csv", "gpx", "geojson", "kml"});
+    const std::optional<std::string> format = line.format({"json", "csv", "gpx", "geojson", "kml"});
     if (!format)
         return fail(line.error());
-    if (line.positional().isEmpty())
+    if (line.positional().empty())
         return fail("telemetry: expected a FILE or folder (try 'kavro telemetry --help')");
     double gapSeconds = 120;
-    if (const std::optional<QString> gap = line.value("--gap")) {
-        bool ok = false;
-        gapSeconds = gap->toDouble(&ok);
-        if (!ok || !std::isfinite(gapSeconds) || gapSeconds < 0)
-            return fail(
-                QStringLiteral("telemetry: --gap takes seconds, 0 or more, not '%1'").arg(*gap));
+    if (const std::optional<std::string> gap = line.value("--gap")) {
+        const std::optional<double> seconds = secondsOf(*gap);
+        if (!seconds || !std::isfinite(*seconds) || *seconds < 0)
+            return fail("telemetry: --gap takes seconds, 0 or more, not '" + *gap + "'");
+        gapSeconds = *seconds;
     }
 
     // One file keeps the document it has always had, so that existing scripts keep working.
-    const QString& first = line.positional().constFirst();
-    if (line.positional().size() == 1 && !QFileInfo(first).isDir())
-        return oneRecording(line, first, *format);
-    return manyRecordings(line, *format, gapSeconds);
+    const std::string& first = line.positional().front();
+    if (line.positional().size() == 1 && !isFolder(first))
+        return telemetryOfOneRecording(line, first, *format);
+    return runTripTelemetry(line, *format, gapSeconds);
 }
 
 } // namespace kavro::cli

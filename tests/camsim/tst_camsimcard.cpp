@@ -5,6 +5,7 @@
 #include "timecode.h"
 #include "videoencoder.h"
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/kvrblackboxdata.h"
 
 #include <QDirIterator>
@@ -148,7 +149,8 @@ private slots:
                 if (rear && !recording.hasRear)
                     continue;
                 KVRBlackBoxData store;
-                QVERIFY(store.ExtractStreamInformation(recordingPath(recording, rear)));
+                QVERIFY(store.ExtractStreamInformation(
+                    kavro::nativePath(recordingPath(recording, rear))));
                 QCOMPARE(store.vGSensorData().size(), expected.gsensor.size());
                 for (std::size_t k = 0; k < expected.gsensor.size(); ++k) {
                     QCOMPARE(std::memcmp(&store.vGSensorData()[k].data(), &expected.gsensor[k],
@@ -184,7 +186,8 @@ private slots:
         std::map<int, std::uint32_t> lastSample;
         for (const RecordingPlan& recording : plan().recordings()) {
             KVRBlackBoxData store;
-            QVERIFY(store.ExtractStreamInformation(recordingPath(recording, false)));
+            QVERIFY(
+                store.ExtractStreamInformation(kavro::nativePath(recordingPath(recording, false))));
             const auto& samples = store.vGSensorData();
             QVERIFY(!samples.empty());
             for (std::size_t k = 1; k < samples.size(); ++k)

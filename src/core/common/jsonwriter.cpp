@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -17,7 +18,7 @@ void JsonWriter::newline(int depth)
 {
     if (!m_pretty)
         return;
-    // The indentation from a constant in one append, rather than a fresh QByteArray per line.
+    // The indentation from a constant in one append, rather than a fresh string per line.
     static constexpr std::string_view Spaces = "                                ";
     m_out += '\n';
     for (std::size_t left = std::size_t(std::max(depth, 0)) * 2; left > 0;) {
@@ -190,12 +191,6 @@ void JsonWriter::value(std::string_view text)
     m_out += '"';
 }
 
-void JsonWriter::value(const QString& text)
-{
-    QByteArray utf8 = text.toUtf8();
-    value(std::string_view(utf8.constData(), static_cast<size_t>(utf8.size())));
-}
-
 void JsonWriter::value(bool flag)
 {
     raw(flag ? "true" : "false");
@@ -232,22 +227,18 @@ void JsonWriter::null()
     raw("null");
 }
 
-QByteArray JsonWriter::takePending()
+std::string JsonWriter::takePending()
 {
-    QByteArray pending(m_out.data(), qsizetype(m_out.size()));
-    m_out.clear();
-    return pending;
+    return std::exchange(m_out, std::string());
 }
 
-QByteArray JsonWriter::take()
+std::string JsonWriter::take()
 {
     if (m_stack.empty())
         m_out += '\n';
-    QByteArray result(m_out.data(), qsizetype(m_out.size()));
-    m_out = std::string();
     m_stack.clear();
     m_afterKey = false;
-    return result;
+    return std::exchange(m_out, std::string());
 }
 
 } // namespace kavro

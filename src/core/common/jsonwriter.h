@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,7 +8,7 @@
 namespace kavro {
 
 // A small streaming JSON writer that keeps keys in the order they are written (the command-line
-// contract lists fields in record order, which QJsonObject would sort away).
+// contract lists fields in record order, which a map-based document would sort away).
 class JsonWriter
 {
 public:
@@ -31,7 +28,7 @@ public:
     void key(std::string_view name);
 
     void value(std::string_view text);
-    void value(const QString& text);
+    void value(const std::string& text) { value(std::string_view(text)); }
     void value(const char* text) { value(std::string_view(text)); }
     void value(bool flag);
     void value(int number) { value(static_cast<std::int64_t>(number)); }
@@ -43,11 +40,11 @@ public:
     void null();
 
     // The document so far, with a final newline once every container is closed.
-    QByteArray take();
+    std::string take();
     // The text written since the last call, taken out; the writer goes on where it stands, so a
     // long document can be sent out piece by piece.
-    QByteArray takePending();
-    qsizetype pendingSize() const { return qsizetype(m_out.size()); }
+    std::string takePending();
+    std::size_t pendingSize() const { return m_out.size(); }
 
 private:
     struct Frame
@@ -64,8 +61,7 @@ private:
     void open(char bracket, bool isObject, Layout layout);
     void close(char bracket);
 
-    // A standard string rather than a QByteArray: its appends are inline, and a document is
-    // hundreds of thousands of small ones.
+    // Its appends are inline, and a document is hundreds of thousands of small ones.
     std::string m_out;
     std::vector<Frame> m_stack;
     bool m_pretty;

@@ -16,7 +16,13 @@ template <typename T> std::string toShortest(T value)
 }
 } // namespace
 
-std::string shortestText(float value) { return toShortest(value); }
-std::string shortestText(double value) { return toShortest(value); }
+std::string shortestText(float value)
+{
+    return toShortest(value);
+}
+std::string shortestText(double value)
+{
+    return toShortest(value);
+}
 
 } // namespace kavro

@@ -1,14 +1,14 @@
 #include "outputfile.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QRandomGenerator>
-
 #include <cerrno>
+#include <charconv>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
+#include <random>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -20,47 +20,59 @@ namespace {
 // Links are followed at most this many times, as the kernel does.
 constexpr int MaxLinkHops = 40;
 
-QString reasonOf(int code)
+std::string reasonOf(int code)
 {
-    return QString::fromLocal8Bit(std::strerror(code));
+    return std::strerror(code);
 }
 
-QByteArray folderOf(const QByteArray& path)
+std::string folderOf(const std::string& path)
 {
-    const qsizetype slash = path.lastIndexOf('/');
-    if (slash < 0)
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
         return ".";
-    return slash == 0 ? QByteArray("/") : path.left(slash);
+    return slash == 0 ? std::string("/") : path.substr(0, slash);
 }
 
-std::optional<int> descriptorNumber(const QByteArray& digits)
+std::optional<int> descriptorNumber(std::string_view digits)
 {
-    bool ok = false;
-    const int fd = digits.toInt(&ok);
-    if (!ok || fd < 0 || digits.startsWith('+') || digits.startsWith('-'))
+    if (digits.empty() || digits.front() < '0' || digits.front() > '9')
+        return std::nullopt;
+    int fd = -1;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), fd);
+    if (error != std::errc() || end != digits.data() + digits.size())
         return std::nullopt;
     return fd;
+}
+
+// A name part for a temporary file that no one can guess ahead.
+std::string randomWord()
+{
+    static std::mt19937_64 generator{std::random_device()()};
+    char text[16];
+    const auto result =
+        std::to_chars(text, text + sizeof text, std::uint32_t(generator() & 0xffffffffu), 36);
+    return std::string(text, result.ptr);
 }
 
 // The names by which a process means a descriptor it already holds. Reopening them would
 // truncate what the shell opened for appending, and renaming over them replaces the system's
 // link with a file.
-std::optional<int> processDescriptor(const QByteArray& path)
+std::optional<int> processDescriptor(const std::string& path)
 {
     if (path == "-" || path == "/dev/stdout")
         return 1;
     if (path == "/dev/stderr")
         return 2;
-    for (const QByteArray& prefix :
-         {QByteArray("/dev/fd/"), QByteArray("/proc/self/fd/"), QByteArray("/proc/thread-self/fd/"),
-          "/proc/" + QByteArray::number(::getpid()) + "/fd/"}) {
-        if (path.startsWith(prefix))
-            return descriptorNumber(path.mid(prefix.size()));
+    for (const std::string& prefix :
+         {std::string("/dev/fd/"), std::string("/proc/self/fd/"),
+          std::string("/proc/thread-self/fd/"), "/proc/" + std::to_string(::getpid()) + "/fd/"}) {
+        if (path.starts_with(prefix))
+            return descriptorNumber(std::string_view(path).substr(prefix.size()));
     }
     return std::nullopt;
 }
 
-bool writeAll(int fd, const char* data, qint64 size, int* code)
+bool writeAll(int fd, const char* data, std::int64_t size, int* code)
 {
     while (size > 0) {
         const ssize_t written = ::write(fd, data, std::size_t(size));
@@ -88,9 +100,9 @@ bool syncFailed(int fd)
     return errno != EINVAL && errno != EROFS && errno != ENOTSUP;
 }
 
-bool syncFolder(const QByteArray& folder)
+bool syncFolder(const std::string& folder)
 {
-    const int fd = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return true; // the rename stands; a folder we may not open can't be synced by us either
     const bool failed = syncFailed(fd);
@@ -105,16 +117,16 @@ OutputFile::~OutputFile()
     cancel();
 }
 
-bool OutputFile::failWith(int code, const QString& reason)
+bool OutputFile::failWith(int code, const std::string& reason)
 {
     if (m_errorCode == 0) {
         m_errorCode = code;
-        m_error = reason.isEmpty() ? reasonOf(code) : reason;
+        m_error = reason.empty() ? reasonOf(code) : reason;
     }
     return false;
 }
 
-bool OutputFile::open(const QString& path, Rule rule)
+bool OutputFile::open(const std::string& path, Rule rule)
 {
     cancel();
     m_rule = rule;
@@ -122,9 +134,9 @@ bool OutputFile::open(const QString& path, Rule rule)
     m_error.clear();
     m_errorCode = 0;
     m_target.clear();
-    QByteArray current = QFile::encodeName(path);
-    if (current.isEmpty())
-        return failWith(ENOENT, QStringLiteral("no file name"));
+    std::string current = path;
+    if (current.empty())
+        return failWith(ENOENT, "no file name");
 
     if (rule == Rule::CreateNew) {
         // O_EXCL refuses whatever is there, a dangling link included.
@@ -143,7 +155,7 @@ bool OutputFile::open(const QString& path, Rule rule)
             const int flags = ::fcntl(*fd, F_GETFL);
             if (flags < 0 || (flags & O_ACCMODE) == O_RDONLY)
                 return failWith(EBADF,
-                                QStringLiteral("descriptor %1 is not open for writing").arg(*fd));
+                                "descriptor " + std::to_string(*fd) + " is not open for writing");
             m_kind = Kind::Descriptor;
             m_fd = *fd;
             if (*fd == 1)
@@ -153,27 +165,26 @@ bool OutputFile::open(const QString& path, Rule rule)
             return true;
         }
         struct stat info = {};
-        if (::lstat(current.constData(), &info) != 0) {
+        if (::lstat(current.c_str(), &info) != 0) {
             if (errno != ENOENT && errno != ENOTDIR)
                 return failWith(errno);
             break; // a new file, or a folder that is none: the checks below say which
         }
         if (!S_ISLNK(info.st_mode))
             break;
-        QByteArray link(qsizetype(info.st_size > 0 ? info.st_size : 256) + 1, '\0');
-        const ssize_t length =
-            ::readlink(current.constData(), link.data(), std::size_t(link.size()));
+        std::string link(std::size_t(info.st_size > 0 ? info.st_size : 256) + 1, '\0');
+        const ssize_t length = ::readlink(current.c_str(), link.data(), link.size());
         if (length < 0)
             return failWith(errno);
-        link.truncate(length);
-        current = link.startsWith('/') ? link : folderOf(current) + '/' + link;
+        link.resize(std::size_t(length));
+        current = link.starts_with('/') ? link : folderOf(current) + '/' + link;
     }
 
     m_target = current;
     struct stat info = {};
-    const bool exists = ::stat(current.constData(), &info) == 0;
+    const bool exists = ::stat(current.c_str(), &info) == 0;
     if (exists && S_ISDIR(info.st_mode))
-        return failWith(EISDIR, QStringLiteral("%1 is a folder").arg(QFile::decodeName(current)));
+        return failWith(EISDIR, current + " is a folder");
     if (exists && !S_ISREG(info.st_mode)) {
         // Devices, pipes and sockets are written where they are.
         if (!openInPlace(current, 0))
@@ -182,14 +193,12 @@ bool OutputFile::open(const QString& path, Rule rule)
         return true;
     }
 
-    const QByteArray folder = folderOf(current);
+    const std::string folder = folderOf(current);
     struct stat folderInfo = {};
-    if (::stat(folder.constData(), &folderInfo) != 0)
-        return failWith(errno,
-                        QStringLiteral("folder %1 does not exist").arg(QFile::decodeName(folder)));
+    if (::stat(folder.c_str(), &folderInfo) != 0)
+        return failWith(errno, "folder " + folder + " does not exist");
     if (!S_ISDIR(folderInfo.st_mode))
-        return failWith(ENOTDIR,
-                        QStringLiteral("%1 is not a folder").arg(QFile::decodeName(folder)));
+        return failWith(ENOTDIR, folder + " is not a folder");
     // A file made here and not written whole is removed again: a card left with an empty clock
     // file is worse than one without.
     if (rule == Rule::KeepTail)
@@ -197,18 +206,18 @@ bool OutputFile::open(const QString& path, Rule rule)
     return openTemporary(current);
 }
 
-bool OutputFile::failToOpen(int code, const QString& what)
+bool OutputFile::failToOpen(int code, const std::string& what)
 {
     if (code == EACCES || code == EPERM || code == EROFS)
-        return failWith(code, QStringLiteral("%1 is not writable (%2)").arg(what, reasonOf(code)));
+        return failWith(code, what + " is not writable (" + reasonOf(code) + ")");
     return failWith(code);
 }
 
-bool OutputFile::openInPlace(const QByteArray& target, int flags, mode_t mode)
+bool OutputFile::openInPlace(const std::string& target, int flags, mode_t mode)
 {
-    const int fd = ::open(target.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags, mode);
+    const int fd = ::open(target.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | flags, mode);
     if (fd < 0)
-        return failToOpen(errno, QFile::decodeName(target));
+        return failToOpen(errno, target);
     m_fd = fd;
     m_kind = Kind::InPlace;
     if (flags & O_EXCL)
@@ -216,15 +225,14 @@ bool OutputFile::openInPlace(const QByteArray& target, int flags, mode_t mode)
     return true;
 }
 
-bool OutputFile::openFreshPrivate(const QByteArray& target)
+bool OutputFile::openFreshPrivate(const std::string& target)
 {
     struct stat info = {};
-    if (::lstat(target.constData(), &info) == 0) {
+    if (::lstat(target.c_str(), &info) == 0) {
         // Another user may have planted a link or a file of theirs here to catch what we write.
         if (!S_ISREG(info.st_mode) || info.st_uid != ::geteuid())
-            return failWith(EEXIST, QStringLiteral("%1 is not a file of this user's; left as it is")
-                                        .arg(QFile::decodeName(target)));
-        if (::unlink(target.constData()) != 0 && errno != ENOENT)
+            return failWith(EEXIST, target + " is not a file of this user's; left as it is");
+        if (::unlink(target.c_str()) != 0 && errno != ENOENT)
             return failWith(errno);
     } else if (errno != ENOENT) {
         return failWith(errno);
@@ -233,22 +241,21 @@ bool OutputFile::openFreshPrivate(const QByteArray& target)
     return openInPlace(target, O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
 }
 
-bool OutputFile::openTemporary(const QByteArray& target)
+bool OutputFile::openTemporary(const std::string& target)
 {
     struct stat old = {};
-    const bool exists = ::stat(target.constData(), &old) == 0;
-    const QByteArray folder = folderOf(target);
-    const QByteArray name = target.mid(target.lastIndexOf('/') + 1);
+    const bool exists = ::stat(target.c_str(), &old) == 0;
+    const std::string folder = folderOf(target);
+    const std::string name = target.substr(target.rfind('/') + 1);
     for (int attempt = 0; attempt < 100; ++attempt) {
-        const QByteArray candidate = folder + "/." + name + '.' +
-                                     QByteArray::number(QRandomGenerator::global()->generate(), 36);
+        const std::string candidate = folder + "/." + name + '.' + randomWord();
         // 0666 less the umask, applied by the kernel: the umask itself is never touched.
         const int fd =
-            ::open(candidate.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, 0666);
+            ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, 0666);
         if (fd < 0 && errno == EEXIST)
             continue;
         if (fd < 0)
-            return failToOpen(errno, QStringLiteral("folder ") + QFile::decodeName(folder));
+            return failToOpen(errno, "folder " + folder);
         m_fd = fd;
         m_temporary = candidate;
         m_kind = Kind::Temporary;
@@ -269,10 +276,10 @@ bool OutputFile::openTemporary(const QByteArray& target)
     return failWith(EEXIST);
 }
 
-bool OutputFile::write(const char* data, qint64 size)
+bool OutputFile::write(const char* data, std::int64_t size)
 {
     if (m_fd < 0)
-        return failWith(EBADF, m_error.isEmpty() ? QStringLiteral("not open") : m_error);
+        return failWith(EBADF, m_error.empty() ? std::string("not open") : m_error);
     if (m_errorCode != 0)
         return false;
     int code = 0;
@@ -281,14 +288,13 @@ bool OutputFile::write(const char* data, qint64 size)
     return true;
 }
 
-bool OutputFile::seek(qint64 position)
+bool OutputFile::seek(std::int64_t position)
 {
     if (m_fd < 0 || m_errorCode != 0)
         return false;
     if (m_kind == Kind::Descriptor || m_kind == Kind::Direct ||
         ::lseek(m_fd, off_t(position), SEEK_SET) < 0)
-        return failWith(ESPIPE,
-                        QStringLiteral("cannot seek in %1").arg(QFile::decodeName(m_target)));
+        return failWith(ESPIPE, "cannot seek in " + m_target);
     return true;
 }
 
@@ -296,7 +302,7 @@ bool OutputFile::commit()
 {
     if (m_fd < 0 || m_errorCode != 0) {
         cancel();
-        return m_errorCode == 0 ? failWith(EBADF, QStringLiteral("not open")) : false;
+        return m_errorCode == 0 ? failWith(EBADF, "not open") : false;
     }
     if (m_kind == Kind::Descriptor) {
         m_fd = -1; // not ours to close
@@ -315,7 +321,7 @@ bool OutputFile::commit()
         cancel();
         return false;
     }
-    if (m_kind == Kind::Temporary && ::rename(m_temporary.constData(), m_target.constData()) != 0) {
+    if (m_kind == Kind::Temporary && ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
         failWith(errno);
         cancel();
         return false;
@@ -332,8 +338,8 @@ bool OutputFile::commit()
 void OutputFile::cancel()
 {
     closeFd();
-    if (!m_temporary.isEmpty()) {
-        ::unlink(m_temporary.constData());
+    if (!m_temporary.empty()) {
+        ::unlink(m_temporary.c_str());
         m_temporary.clear();
     }
     m_kind = Kind::None;
@@ -349,11 +355,11 @@ void OutputFile::closeFd()
 namespace {
 
 // The bytes at the start of a file, through a descriptor of their own.
-bool readStart(const QByteArray& path, QByteArray* bytes, int* code)
+bool readStart(const std::string& path, std::string* bytes, int* code)
 {
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
     const bool ok =
-        fd >= 0 && ::pread(fd, bytes->data(), std::size_t(bytes->size()), 0) == bytes->size();
+        fd >= 0 && ::pread(fd, bytes->data(), bytes->size(), 0) == ssize_t(bytes->size());
     if (!ok)
         *code = errno ? errno : EIO;
     if (fd >= 0)
@@ -361,10 +367,11 @@ bool readStart(const QByteArray& path, QByteArray* bytes, int* code)
     return ok;
 }
 
-bool writeStart(const QByteArray& path, const QByteArray& bytes, int* code)
+bool writeStart(const std::string& path, std::string_view bytes, int* code)
 {
-    const int fd = ::open(path.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-    bool ok = fd >= 0 && writeAll(fd, bytes.constData(), bytes.size(), code) && !syncFailed(fd);
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    bool ok =
+        fd >= 0 && writeAll(fd, bytes.data(), std::int64_t(bytes.size()), code) && !syncFailed(fd);
     if (!ok && *code == 0)
         *code = errno ? errno : EIO;
     if (fd >= 0 && ::close(fd) != 0 && ok) {
@@ -378,9 +385,9 @@ bool writeStart(const QByteArray& path, const QByteArray& bytes, int* code)
 // sure they arrived. Where the write fails part-way, the old bytes are put back if they can be.
 // Reading, writing and reading back each use a descriptor of their own: a FAT driver was seen
 // to drop a write made through a descriptor that had read first.
-bool overwriteInPlace(const QByteArray& target, const QByteArray& content, QString* reason)
+bool overwriteInPlace(const std::string& target, std::string_view content, std::string* reason)
 {
-    QByteArray old(content.size(), '\0');
+    std::string old(content.size(), '\0');
     int code = 0;
     if (!readStart(target, &old, &code)) {
         *reason = reasonOf(code);
@@ -392,13 +399,13 @@ bool overwriteInPlace(const QByteArray& target, const QByteArray& content, QStri
         *reason = reasonOf(code);
         return false;
     }
-    QByteArray back(content.size(), '\0');
+    std::string back(content.size(), '\0');
     if (!readStart(target, &back, &code)) {
         *reason = reasonOf(code);
         return false;
     }
     if (back != content) {
-        *reason = QStringLiteral("what was read back differs from what was written");
+        *reason = "what was read back differs from what was written";
         return false;
     }
     return true;
@@ -406,20 +413,22 @@ bool overwriteInPlace(const QByteArray& target, const QByteArray& content, QStri
 
 } // namespace
 
-bool writeFile(const QString& path, const QByteArray& content, QString* error,
+bool writeFile(const std::string& path, std::string_view content, std::string* error,
                OutputFile::Rule rule)
 {
     // A card that has no room for a copy is written in place without trying one, which would
     // only end half-made.
     if (rule == OutputFile::Rule::ReplaceOrOverwrite) {
-        const QByteArray target = QFile::encodeName(QFileInfo(path).canonicalFilePath());
+        char resolved[PATH_MAX];
+        const std::string target = ::realpath(path.c_str(), resolved) ? resolved : "";
         struct stat info = {};
         struct statvfs space = {};
-        if (!target.isEmpty() && ::stat(target.constData(), &info) == 0 && S_ISREG(info.st_mode) &&
-            info.st_size == content.size() &&
-            ::statvfs(folderOf(target).constData(), &space) == 0 &&
-            quint64(space.f_bavail) * space.f_bsize < quint64(content.size()) + space.f_bsize) {
-            QString reason;
+        if (!target.empty() && ::stat(target.c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
+            std::uint64_t(info.st_size) == content.size() &&
+            ::statvfs(folderOf(target).c_str(), &space) == 0 &&
+            std::uint64_t(space.f_bavail) * space.f_bsize <
+                std::uint64_t(content.size()) + space.f_bsize) {
+            std::string reason;
             if (overwriteInPlace(target, content, &reason))
                 return true;
             if (error)
@@ -428,18 +437,19 @@ bool writeFile(const QString& path, const QByteArray& content, QString* error,
         }
     }
     OutputFile file;
-    if (file.open(path, rule) && file.write(content) && file.commit())
+    if (file.open(path, rule) && file.write(content.data(), std::int64_t(content.size())) &&
+        file.commit())
         return true;
-    QString reason = file.errorString();
+    std::string reason = file.errorText();
     const int code = file.errorCode();
     struct stat info = {};
     // No room shows as ENOSPC, or (some FUSE file systems) as a write refused once the copy
     // was made: the folder took a new file, so it is not write-protected.
     const bool noRoom = code == ENOSPC || code == EDQUOT || (code == EPERM && file.temporaryMade());
-    if (rule == OutputFile::Rule::ReplaceOrOverwrite && noRoom && !file.targetPath().isEmpty() &&
-        ::stat(file.targetPath().constData(), &info) == 0 && S_ISREG(info.st_mode) &&
-        info.st_size == content.size()) {
-        if (overwriteInPlace(file.targetPath(), content, &reason))
+    if (rule == OutputFile::Rule::ReplaceOrOverwrite && noRoom && !file.target().empty() &&
+        ::stat(file.target().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
+        std::uint64_t(info.st_size) == content.size()) {
+        if (overwriteInPlace(file.target(), content, &reason))
             return true;
     }
     if (error)

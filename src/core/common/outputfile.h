@@ -1,9 +1,13 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include <cstdint>
+#include <string>
+#include <string_view>
 
 #include <sys/types.h>
+
+class QByteArray;
+class QString;
 
 namespace kavro {
 
@@ -18,6 +22,8 @@ namespace kavro {
 // - a device, pipe or socket: opened and written in place, never renamed over;
 // - a folder, or a path whose folder is missing or not writable: an error, and nothing is made.
 // The process's umask is never changed: new files get 0666 less the umask from the kernel.
+// Paths are bytes as the file system has them; the QString forms, for the Qt programs, are
+// defined with the core's Qt bridge.
 class OutputFile
 {
 public:
@@ -47,24 +53,27 @@ public:
 
     // Resolves the path and opens what will be written. False with errorString() set when the
     // target can't be written; nothing has been created then.
+    bool open(const std::string& path, Rule rule = Rule::Replace);
     bool open(const QString& path, Rule rule = Rule::Replace);
-    bool write(const char* data, qint64 size);
-    bool write(const QByteArray& bytes) { return write(bytes.constData(), bytes.size()); }
+    bool write(const char* data, std::int64_t size);
+    bool write(const QByteArray& bytes);
     // Moves the write position; only regular files can seek.
-    bool seek(qint64 position);
+    bool seek(std::int64_t position);
     // Makes the content final: synced, renamed into place, folder synced. False leaves the
     // target as it was (for the atomic rules).
     bool commit();
     // Drops what was written to a temporary file; closes the rest.
     void cancel();
 
-    const QString& errorString() const { return m_error; }
+    const std::string& errorText() const { return m_error; }
+    QString errorString() const;
     // The errno of the first failure, 0 when none.
     int errorCode() const { return m_errorCode; }
     // A temporary copy was created beside the target (whatever happened to it afterwards).
     bool temporaryMade() const { return m_temporaryMade; }
     // The file the content lands in, after links were followed; empty for a descriptor.
-    const QByteArray& targetPath() const { return m_target; }
+    const std::string& target() const { return m_target; }
+    QByteArray targetPath() const;
 
 private:
     enum class Kind
@@ -76,25 +85,27 @@ private:
         InPlace
     };
 
-    bool failWith(int code, const QString& reason = {});
+    bool failWith(int code, const std::string& reason = {});
     // Opening failed: a refusal to write names the file or folder that refused.
-    bool failToOpen(int code, const QString& what);
-    bool openTemporary(const QByteArray& target);
-    bool openInPlace(const QByteArray& target, int flags, mode_t mode = 0666);
-    bool openFreshPrivate(const QByteArray& target);
+    bool failToOpen(int code, const std::string& what);
+    bool openTemporary(const std::string& target);
+    bool openInPlace(const std::string& target, int flags, mode_t mode = 0666);
+    bool openFreshPrivate(const std::string& target);
     void closeFd();
 
     Kind m_kind = Kind::None;
     Rule m_rule = Rule::Replace;
     int m_fd = -1;
-    QByteArray m_target;
-    QByteArray m_temporary;
-    QString m_error;
+    std::string m_target;
+    std::string m_temporary;
+    std::string m_error;
     int m_errorCode = 0;
     bool m_temporaryMade = false;
 };
 
 // Writes the whole content by the rule. Returns false with the reason in error.
+bool writeFile(const std::string& path, std::string_view content, std::string* error = nullptr,
+               OutputFile::Rule rule = OutputFile::Rule::Replace);
 bool writeFile(const QString& path, const QByteArray& content, QString* error = nullptr,
                OutputFile::Rule rule = OutputFile::Rule::Replace);
 

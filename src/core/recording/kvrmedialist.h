@@ -2,6 +2,7 @@
 
 #include "kvrmedia.h"
 #include "kvrmediapair.h"
+#include "recordingscan.h"
 
 #include <QFuture>
 #include <QHash>
@@ -28,7 +29,7 @@ class KVRMediaList
 {
 public:
     // The scan stops collecting around this many recordings (see eachDir).
-    static constexpr qsizetype MaxMedias = 15000;
+    static constexpr qsizetype MaxMedias = qsizetype(RecordingScan::MaxRecordings);
 
     KVRMediaList() = default;
     // Waits for a running scan to give up. Do not destroy the list on a thread the delegate
@@ -57,7 +58,6 @@ public:
     static KVRMediaPtr createMediaByPath(const QString& path);
     // Collects the admissible ".avi" files below dir, in name order inside each folder.
     static void eachDir(const QString& dir, QList<KVRMediaPtr>& array);
-    static bool _checkTimeByName(QStringView name, qsizetype startPos);
     // The key of the pair table for a file name or path: without folder, extension and
     // "_F"/"_R" suffix.
     static QString mediaPairKey(const QString& name);

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 // Records and fixed offsets of the camera's AVI recordings. The records are stored little-endian
 // at natural alignment and are read and written whole.
@@ -76,5 +77,13 @@ constexpr std::uint32_t TotalFramesOffset = 48;
 constexpr char TelemetryChunkId[4] = {'0', '2', 's', 'b'};
 // An "02sb" chunk larger than this holds a GPS record; otherwise a G-sensor record.
 constexpr std::uint32_t GSensorChunkMaxSize = 32;
+
+// A little-endian word of the file, which on this byte order is the word as it lies.
+inline std::uint32_t u32At(const char* bytes)
+{
+    std::uint32_t value;
+    std::memcpy(&value, bytes, sizeof value);
+    return value;
+}
 
 } // namespace kavro::avi

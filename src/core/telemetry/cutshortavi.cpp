@@ -1,8 +1,9 @@
 #include "cutshortavi.h"
 
 #include "aviformat.h"
+#include "common/corelog.h"
+#include "qtbridge/qtbridge.h"
 #include "recordingfile.h"
-#include "telemetrylog.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -78,7 +79,7 @@ void appendU32(QByteArray& bytes, std::uint32_t value)
 
 std::shared_ptr<const CutShortAvi> CutShortAvi::open(const QString& path)
 {
-    RecordingFile file(path);
+    RecordingFile file(nativePath(path));
     char head[12];
     if (!file.open() || file.size() < avi::MoviTypeOffset + 4 ||
         file.readAt(0, head, sizeof head) != sizeof head || std::memcmp(head, "RIFF", 4) != 0 ||
@@ -129,9 +130,10 @@ std::shared_ptr<const CutShortAvi> CutShortAvi::open(const QString& path)
     qToLittleEndian(std::uint32_t(end - avi::MoviTypeOffset),
                     avi->m_header.data() + avi::MoviListSizeOffset);
     setLengths(avi->m_header, avi->m_videoFrames, streams);
-    qCDebug(lcTelemetry, "%s has no index: %d of %d video frames are key frames, %llu bytes",
-            qUtf8Printable(path), avi->m_keyFrames, avi->m_videoFrames,
-            static_cast<unsigned long long>(end));
+    CoreLog::print(LogTelemetry, CoreLog::Level::Debug,
+                   "%s has no index: %d of %d video frames are key frames, %llu bytes",
+                   qUtf8Printable(path), avi->m_keyFrames, avi->m_videoFrames,
+                   static_cast<unsigned long long>(end));
     return avi;
 }
 

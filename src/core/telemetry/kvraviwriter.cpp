@@ -1,7 +1,7 @@
 #include "kvraviwriter.h"
 
 #include "aviformat.h"
-#include "telemetrylog.h"
+#include "common/corelog.h"
 
 #include "common/outputfile.h"
 #include <QtEndian>
@@ -327,7 +327,7 @@ bool KVRAviWriter::Private::fail(const QString& message)
 {
     error = message;
     failed = true;
-    qCWarning(lcTelemetry, "%s", qUtf8Printable(message));
+    CoreLog::print(LogTelemetry, CoreLog::Level::Warning, "%s", qUtf8Printable(message));
     return false;
 }
 

@@ -1,9 +1,7 @@
 #include "kvrblackboxdata.h"
 
+#include "common/corelog.h"
 #include "recordingfile.h"
-#include "telemetrylog.h"
-
-#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -16,12 +14,7 @@ namespace kavro {
 namespace {
 
 // The index is read in blocks rather than entry by entry; the walk over it is the same.
-constexpr qint64 IndexBlockSize = 64 * 1024;
-
-std::uint32_t u32At(const char* bytes)
-{
-    return qFromLittleEndian<std::uint32_t>(bytes);
-}
+constexpr std::int64_t IndexBlockSize = 64 * 1024;
 
 // The bytes that end a sentence or start one.
 constexpr std::array<bool, 256> SentenceMarks = [] {
@@ -38,9 +31,9 @@ bool isSentenceMark(char c)
 
 } // namespace
 
-bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
+bool KVRBlackBoxData::ExtractStreamInformation(const std::string& path)
 {
-    qCDebug(lcTelemetry, "#############################   START");
+    CoreLog::print(LogTelemetry, CoreLog::Level::Debug, "#############################   START");
     clear();
 
     RecordingFile file(path);
@@ -48,21 +41,21 @@ bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
     if (!file.open() || file.readAt(0, head, sizeof head) != sizeof head ||
         std::memcmp(head, "RIFF", 4) != 0 || std::memcmp(head + 8, "AVI ", 4) != 0)
         return false;
-    const std::uint64_t riffEnd = std::uint64_t(u32At(head + 4)) + 8;
+    const std::uint64_t riffEnd = std::uint64_t(avi::u32At(head + 4)) + 8;
 
     char sizeField[4];
     std::uint64_t next = file.size(); // too short to hold an index
     if (file.readAt(avi::MoviListSizeOffset, sizeField, 4) == 4) {
-        const std::uint32_t listSize = u32At(sizeField);
+        const std::uint32_t listSize = avi::u32At(sizeField);
         next = std::uint64_t(avi::IndexStartOffset) + listSize;
-        qCDebug(lcTelemetry, "Listmovsize=0x%x IdxAddr=0x%llx", listSize,
-                static_cast<unsigned long long>(next));
+        CoreLog::print(LogTelemetry, CoreLog::Level::Debug, "Listmovsize=0x%x IdxAddr=0x%llx",
+                       listSize, static_cast<unsigned long long>(next));
     }
 
     if (m_recoverCutShort && !file.hasIndex()) {
         m_recovered = true;
-        qCDebug(lcTelemetry, "%s has no index: recovering from the movi chunks",
-                qUtf8Printable(path));
+        CoreLog::print(LogTelemetry, CoreLog::Level::Debug,
+                       "%s has no index: recovering from the movi chunks", path.c_str());
         walkMoviChunks(file, path);
     } else {
         walkIndex(file, next, riffEnd, path);
@@ -71,25 +64,26 @@ bool KVRBlackBoxData::ExtractStreamInformation(const QString& path)
     if (m_waitAfterReading)
         std::this_thread::sleep_for(std::chrono::seconds(1));
     mergeGpsIntoSamples();
-    qCDebug(lcTelemetry, "#############################  FINISH");
+    CoreLog::print(LogTelemetry, CoreLog::Level::Debug, "#############################  FINISH");
     return true;
 }
 
 void KVRBlackBoxData::walkIndex(RecordingFile& file, std::uint64_t next, std::uint64_t riffEnd,
-                                const QString& path)
+                                const std::string& path)
 {
     // Each pass consumes one 16-byte entry, so the walk ends at the file's end at the latest.
     bool first = true;
     for (;;) {
         const char* entry = nullptr;
         if (file.bytesAt(next, avi::IndexEntrySize, IndexBlockSize, &entry) <
-            qint64(avi::IndexEntrySize))
+            std::int64_t(avi::IndexEntrySize))
             break; // the last entry is cut off by the end of the file
-        qint64 lastRead = 4;
+        std::int64_t lastRead = 4;
         const bool telemetry = std::memcmp(entry, avi::TelemetryChunkId, 4) == 0;
         if (telemetry)
             lastRead = readTelemetryChunk(
-                file, std::uint64_t(avi::ChunkDataOffset) + u32At(entry + 8), u32At(entry + 12));
+                file, std::uint64_t(avi::ChunkDataOffset) + avi::u32At(entry + 8),
+                avi::u32At(entry + 12));
         next += avi::IndexEntrySize;
         // Only a telemetry chunk adds records, so the limits are looked at after one (and once
         // at the start, for limits already reached); most entries are video frames.
@@ -101,7 +95,7 @@ void KVRBlackBoxData::walkIndex(RecordingFile& file, std::uint64_t next, std::ui
     }
 }
 
-void KVRBlackBoxData::walkMoviChunks(RecordingFile& file, const QString& path)
+void KVRBlackBoxData::walkMoviChunks(RecordingFile& file, const std::string& path)
 {
     file.walkMoviChunks([&](const char* id, std::uint64_t data, std::uint32_t size) {
         if (std::memcmp(id, avi::TelemetryChunkId, 4) == 0)
@@ -110,31 +104,31 @@ void KVRBlackBoxData::walkMoviChunks(RecordingFile& file, const QString& path)
     });
 }
 
-qint64 KVRBlackBoxData::readTelemetryChunk(RecordingFile& file, std::uint64_t data,
-                                           std::uint32_t size)
+std::int64_t KVRBlackBoxData::readTelemetryChunk(RecordingFile& file, std::uint64_t data,
+                                                 std::uint32_t size)
 {
     if (size > avi::GSensorChunkMaxSize) {
         _AVI_GPS_DATA_T record;
         std::memset(&record, 0, sizeof record);
-        const qint64 read = file.readAt(data, &record, sizeof record);
+        const std::int64_t read = file.readAt(data, &record, sizeof record);
         readGpsRecord(record);
         return read;
     }
     _AVI_GSENSOR_DATA_T record;
     std::memset(&record, 0, sizeof record);
-    const qint64 read = file.readAt(data, &record, sizeof record);
+    const std::int64_t read = file.readAt(data, &record, sizeof record);
     if (read == sizeof record)
         readGSensorRecord(record);
     return read;
 }
 
-bool KVRBlackBoxData::stopAtLimit(const QString& path)
+bool KVRBlackBoxData::stopAtLimit(const std::string& path)
 {
     if (!atLimit())
         return false;
     m_limitReached = true;
-    qCWarning(lcTelemetry, "%s: more telemetry than a recording can hold; read stopped",
-              qUtf8Printable(path));
+    CoreLog::print(LogTelemetry, CoreLog::Level::Warning,
+                   "%s: more telemetry than a recording can hold; read stopped", path.c_str());
     return true;
 }
 

@@ -5,10 +5,9 @@
 #include "kvrgsensor.h"
 #include "kvrnmeasentenceparser.h"
 
-#include <QString>
-
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace kavro {
@@ -43,7 +42,7 @@ public:
 
     // Clears the store and reads the file's telemetry into it. False when the file can't be
     // opened or isn't RIFF/AVI; true otherwise, also when it holds no telemetry.
-    bool ExtractStreamInformation(const QString& path);
+    bool ExtractStreamInformation(const std::string& path);
 
     // Splits bufferSize bytes of NMEA text into lines, writing NULs at the separators, and
     // appends the fix after every line that starts with "$G".
@@ -84,12 +83,12 @@ public:
 
 private:
     bool atLimit();
-    bool stopAtLimit(const QString& path);
+    bool stopAtLimit(const std::string& path);
     void walkIndex(RecordingFile& file, std::uint64_t next, std::uint64_t riffEnd,
-                   const QString& path);
-    void walkMoviChunks(RecordingFile& file, const QString& path);
+                   const std::string& path);
+    void walkMoviChunks(RecordingFile& file, const std::string& path);
     // Reads the record of one "02sb" chunk; returns the bytes read.
-    qint64 readTelemetryChunk(RecordingFile& file, std::uint64_t data, std::uint32_t size);
+    std::int64_t readTelemetryChunk(RecordingFile& file, std::uint64_t data, std::uint32_t size);
     void readGpsRecord(const _AVI_GPS_DATA_T& record);
     void readGSensorRecord(const _AVI_GSENSOR_DATA_T& record);
     void mergeGpsIntoSamples();

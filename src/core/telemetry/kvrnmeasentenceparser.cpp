@@ -1,10 +1,11 @@
 #include "kvrnmeasentenceparser.h"
 
-#include <QByteArrayView>
+#include "common/utf8text.h"
 
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <mutex>
@@ -160,7 +161,7 @@ bool KVRNMEASentenceParser::parse(std::string_view sentence)
         handler = &KVRNMEASentenceParser::parseGNGNS;
     // Sentences the fix doesn't use (most of a receiver's output) are turned away before any
     // further work.
-    if (!handler || !QByteArrayView(sentence.data(), qsizetype(sentence.size())).isValidUtf8())
+    if (!handler || !isValidUtf8(sentence))
         return false;
 
     // Fields are a few bytes long: one pass over the bytes costs less than a search per field.

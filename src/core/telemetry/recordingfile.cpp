@@ -2,36 +2,49 @@
 
 #include "aviformat.h"
 
-#include <QtEndian>
-
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
-#ifdef Q_OS_UNIX
-#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
-#endif
 
 namespace kavro {
 
-bool RecordingFile::open()
+RecordingFile::~RecordingFile()
 {
-    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return false;
-    m_size = std::uint64_t(m_file.size());
-    return true;
+    if (m_fd >= 0)
+        ::close(m_fd);
 }
 
-qint64 RecordingFile::readAt(std::uint64_t offset, void* target, qint64 length)
+bool RecordingFile::open()
+{
+    m_fd = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (m_fd >= 0) {
+        struct stat info;
+        if (::fstat(m_fd, &info) == 0 && !S_ISDIR(info.st_mode)) {
+            m_size = std::uint64_t(info.st_size);
+            return true;
+        }
+        const int code = S_ISDIR(info.st_mode) ? EISDIR : errno;
+        ::close(m_fd);
+        m_fd = -1;
+        errno = code;
+    }
+    m_error = std::strerror(errno);
+    return false;
+}
+
+std::int64_t RecordingFile::readAt(std::uint64_t offset, void* target, std::int64_t length)
 {
     if (offset >= m_size || length <= 0)
         return 0;
-#ifdef Q_OS_UNIX
     // One call instead of a seek and a read: the walk reads thousands of small records.
-    qint64 got = 0;
+    std::int64_t got = 0;
     while (got < length) {
-        const ssize_t n = ::pread(m_file.handle(), static_cast<char*>(target) + got,
-                                  std::size_t(length - got), off_t(offset + got));
+        const ssize_t n = ::pread(m_fd, static_cast<char*>(target) + got, std::size_t(length - got),
+                                  off_t(offset + got));
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0)
@@ -39,24 +52,20 @@ qint64 RecordingFile::readAt(std::uint64_t offset, void* target, qint64 length)
         got += n;
     }
     return got;
-#else
-    if (!m_file.seek(qint64(offset)))
-        return 0;
-    return std::max<qint64>(0, m_file.read(static_cast<char*>(target), length));
-#endif
 }
 
-qint64 RecordingFile::bytesAt(std::uint64_t offset, qint64 length, qint64 blockSize,
-                              const char** bytes)
+std::int64_t RecordingFile::bytesAt(std::uint64_t offset, std::int64_t length,
+                                    std::int64_t blockSize, const char** bytes)
 {
     const std::uint64_t end = m_blockStart + std::uint64_t(m_block.size());
     if (offset < m_blockStart || offset + std::uint64_t(length) > end) {
-        m_block.resize(std::max(blockSize, length));
-        m_block.resize(readAt(offset, m_block.data(), m_block.size()));
+        m_block.resize(std::size_t(std::max(blockSize, length)));
+        m_block.resize(std::size_t(readAt(offset, m_block.data(), std::int64_t(m_block.size()))));
         m_blockStart = offset;
     }
-    *bytes = m_block.constData() + (offset - m_blockStart);
-    return std::min<qint64>(length, m_block.size() - qint64(offset - m_blockStart));
+    *bytes = m_block.data() + (offset - m_blockStart);
+    return std::min<std::int64_t>(length, std::int64_t(m_block.size()) -
+                                              std::int64_t(offset - m_blockStart));
 }
 
 std::uint64_t RecordingFile::indexChunkOffset()
@@ -64,7 +73,7 @@ std::uint64_t RecordingFile::indexChunkOffset()
     char sizeField[4];
     if (readAt(avi::MoviListSizeOffset, sizeField, 4) != 4)
         return m_size;
-    return std::uint64_t(avi::MoviTypeOffset) + qFromLittleEndian<std::uint32_t>(sizeField);
+    return std::uint64_t(avi::MoviTypeOffset) + avi::u32At(sizeField);
 }
 
 bool RecordingFile::hasIndex()
@@ -78,7 +87,7 @@ namespace {
 
 // The chunk walk reads less ahead than the index walk: most of what lies between two chunk
 // headers is video.
-constexpr qint64 ChunkBlockSize = 4 * 1024;
+constexpr std::int64_t ChunkBlockSize = 4 * 1024;
 
 // Chunk ids are four printable characters ("00dc", "01wb", "02sb", "JUNK").
 bool isChunkId(const char* id)
@@ -104,7 +113,7 @@ std::uint64_t RecordingFile::walkMoviChunks(const ChunkVisitor& visit)
             break;
         char id[4];
         std::memcpy(id, header, 4); // the window moves on the visitor's reads
-        const std::uint32_t size = qFromLittleEndian<std::uint32_t>(header + 4);
+        const std::uint32_t size = avi::u32At(header + 4);
         const std::uint64_t data = offset + 8;
         if (data + size > m_size)
             break; // cut off by the end of the file

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-#include <QFile>
-#include <QString>
-
 #include <cstdint>
 #include <functional>
+#include <string>
 
 namespace kavro {
 
@@ -15,19 +12,23 @@ namespace kavro {
 class RecordingFile
 {
 public:
-    explicit RecordingFile(const QString& path) : m_file(path) {}
+    explicit RecordingFile(std::string path) : m_path(std::move(path)) {}
+    ~RecordingFile();
+    RecordingFile(const RecordingFile&) = delete;
+    RecordingFile& operator=(const RecordingFile&) = delete;
 
     bool open();
     // Why open() failed, as the system says it.
-    QString errorString() const { return m_file.errorString(); }
+    const std::string& errorString() const { return m_error; }
     std::uint64_t size() const { return m_size; }
 
     // Reads up to length bytes at offset; returns how many were really there.
-    qint64 readAt(std::uint64_t offset, void* target, qint64 length);
+    std::int64_t readAt(std::uint64_t offset, void* target, std::int64_t length);
 
     // Points bytes at up to length bytes at offset, read ahead by blockSize; returns how many
     // are there (fewer where the file ends). Valid until the next call.
-    qint64 bytesAt(std::uint64_t offset, qint64 length, qint64 blockSize, const char** bytes);
+    std::int64_t bytesAt(std::uint64_t offset, std::int64_t length, std::int64_t blockSize,
+                         const char** bytes);
 
     // The file offset of the index chunk the header points at; the file's size when the file is
     // too short to say.
@@ -45,9 +46,11 @@ public:
     std::uint64_t walkMoviChunks(const ChunkVisitor& visit);
 
 private:
-    QFile m_file;
+    std::string m_path;
+    int m_fd = -1;
+    std::string m_error;
     std::uint64_t m_size = 0;
-    QByteArray m_block;
+    std::string m_block;
     std::uint64_t m_blockStart = 0;
 };
 

@@ -4,8 +4,6 @@
 #include "kvrblackboxdata.h"
 #include "recordingfile.h"
 
-#include <QtEndian>
-
 #include <algorithm>
 #include <cstring>
 
@@ -13,16 +11,11 @@ namespace kavro {
 
 namespace {
 
-constexpr qint64 HeadBytes = avi::TotalFramesOffset + 4;
-
-std::uint32_t u32At(const char* bytes)
-{
-    return qFromLittleEndian<std::uint32_t>(bytes);
-}
+constexpr std::int64_t HeadBytes = avi::TotalFramesOffset + 4;
 
 } // namespace
 
-RecordingProbe RecordingProbe::probe(const QString& path)
+RecordingProbe RecordingProbe::probe(const std::string& path)
 {
     RecordingProbe probe;
     RecordingFile file(path);
@@ -31,7 +24,7 @@ RecordingProbe RecordingProbe::probe(const QString& path)
         return probe;
     }
     char head[HeadBytes];
-    const qint64 got = file.readAt(0, head, HeadBytes);
+    const std::int64_t got = file.readAt(0, head, HeadBytes);
     if (got < 12 || std::memcmp(head, "RIFF", 4) != 0 || std::memcmp(head + 8, "AVI ", 4) != 0) {
         probe.m_status = Status::NotAvi;
         return probe;
@@ -39,8 +32,8 @@ RecordingProbe RecordingProbe::probe(const QString& path)
     probe.m_status = Status::Readable;
     if (got < HeadBytes || std::memcmp(head + avi::MainHeaderIdOffset, "avih", 4) != 0)
         return probe;
-    const std::uint32_t microSecPerFrame = u32At(head + avi::MicroSecPerFrameOffset);
-    const std::uint32_t totalFrames = u32At(head + avi::TotalFramesOffset);
+    const std::uint32_t microSecPerFrame = avi::u32At(head + avi::MicroSecPerFrameOffset);
+    const std::uint32_t totalFrames = avi::u32At(head + avi::TotalFramesOffset);
     if (microSecPerFrame == 0 || totalFrames == 0 || !file.hasIndex())
         return probe;
     probe.m_headerSeconds = double(totalFrames) * microSecPerFrame / 1e6;

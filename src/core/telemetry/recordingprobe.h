@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QString>
-
 #include <optional>
+#include <string>
 
 namespace kavro {
 
@@ -21,11 +20,11 @@ public:
         NotAvi,
     };
 
-    static RecordingProbe probe(const QString& path);
+    static RecordingProbe probe(const std::string& path);
 
     Status status() const { return m_status; }
     // Why the file could not be opened, as the system says it.
-    const QString& openError() const { return m_openError; }
+    const std::string& openError() const { return m_openError; }
     // Total frames times the time per frame from the main header. Empty when the header gives no
     // frames or no rate, or when the index is not where the header's stream list says it ends:
     // such a file was cut short and its header describes what the camera meant to write.
@@ -37,7 +36,7 @@ public:
 
 private:
     Status m_status = Status::CannotOpen;
-    QString m_openError;
+    std::string m_openError;
     std::optional<double> m_headerSeconds;
 };
 

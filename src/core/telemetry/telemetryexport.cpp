@@ -2,10 +2,8 @@
 
 #include "card/nmeadegrees.h"
 #include "common/jsonwriter.h"
+#include "common/xmlwriter.h"
 #include "kvrblackboxdata.h"
-
-#include <QBuffer>
-#include <QXmlStreamWriter>
 
 #include <algorithm>
 #include <array>
@@ -13,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 
 namespace kavro {
@@ -42,56 +41,64 @@ const char* unitOf(const _AVI_GPS_DATA_T& record)
     return record.KM == '9' ? "km/h" : "mi/h";
 }
 
-std::optional<QDateTime> utcOf(const _SYSTEMTIME& now)
+bool isLeapYear(int year)
 {
-    const QDate date(now.wYear, now.wMonth, now.wDay);
-    const QTime time(now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
-    if (!date.isValid() || !time.isValid())
+    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
+
+// The fields as a calendar date and a clock time, or nothing; a record's year is 0 to 65535.
+std::optional<UtcTime> utcOf(const _SYSTEMTIME& now)
+{
+    static constexpr int MonthDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const int year = now.wYear;
+    const int month = now.wMonth;
+    const int day = now.wDay;
+    if (year == 0 || month < 1 || month > 12 || day < 1 ||
+        day > MonthDays[month - 1] + (month == 2 && isLeapYear(year)) || now.wHour > 23 ||
+        now.wMinute > 59 || now.wSecond > 59 || now.wMilliseconds > 999)
         return std::nullopt;
-    return QDateTime(date, time, Qt::UTC);
+    return UtcTime{year, month, day, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
 }
 
 // A byte of the sentence as a one-character string; bytes past ASCII are taken as Latin-1 so
 // that the output stays valid UTF-8.
-QString letter(char c)
+std::string letter(char c)
 {
-    return QString(QChar::fromLatin1(c));
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80)
+        return std::string(1, c);
+    return {char(0xc0 | (byte >> 6)), char(0x80 | (byte & 0x3f))};
 }
 
 // Plain decimal notation, as short as round-trips: XML schemas for coordinates don't take
 // exponents.
-void appendFixed(QByteArray& out, double value)
+void appendFixed(std::string& out, double value)
 {
     char buffer[400];
     const auto result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
-    out.append(buffer, result.ptr - buffer);
+    out.append(buffer, result.ptr);
 }
 
-// The UTC of a point as ISO 8601 with milliseconds and a 'Z', as QDateTime writes it; written
-// by hand for the four-digit years ISO 8601 knows, since QDateTime's own formatting was most of
-// the cost of a route.
-void appendIsoUtc(QByteArray& out, const QDateTime& time)
+// The UTC of a point as ISO 8601 with milliseconds and a 'Z'. ISO 8601's plain form has four
+// digits of year; a record's later years (it holds up to 65535) give an empty time.
+void appendIsoUtc(std::string& out, const UtcTime& time)
 {
-    const QDate date = time.date();
-    const QTime clock = time.time();
-    if (date.year() < 0 || date.year() > 9999) {
-        out.append(time.toString(Qt::ISODateWithMs).toUtf8());
+    if (time.year > 9999)
         return;
-    }
     char text[] = "0000-00-00T00:00:00.000Z";
     auto put = [&text](int at, int value, int digits) {
         for (int i = at + digits - 1; i >= at; --i, value /= 10)
             text[i] = char('0' + value % 10);
     };
-    put(0, date.year(), 4);
-    put(5, date.month(), 2);
-    put(8, date.day(), 2);
-    put(11, clock.hour(), 2);
-    put(14, clock.minute(), 2);
-    put(17, clock.second(), 2);
-    put(20, clock.msec(), 3);
-    out.append(text, qsizetype(sizeof text - 1));
+    put(0, time.year, 4);
+    put(5, time.month, 2);
+    put(8, time.day, 2);
+    put(11, time.hour, 2);
+    put(14, time.minute, 2);
+    put(17, time.second, 2);
+    put(20, time.millisecond, 3);
+    out.append(text, sizeof text - 1);
 }
 
 void appendNumber(std::string& line, std::uint64_t value)
@@ -109,10 +116,13 @@ template <typename T> void appendShortest(std::string& line, T value)
     line.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
-QString utcText(const _SYSTEMTIME& now)
+std::string utcText(const _SYSTEMTIME& now)
 {
-    return QString::asprintf("%04u-%02u-%02uT%02u:%02u:%02u.%03u", now.wYear, now.wMonth, now.wDay,
-                             now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+    char text[64];
+    const int length =
+        std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u:%02u.%03u", now.wYear,
+                      now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+    return std::string(text, std::size_t(std::max(0, length)));
 }
 
 template <typename T> void field(JsonWriter& json, std::string_view key, const T& value)
@@ -121,11 +131,9 @@ template <typename T> void field(JsonWriter& json, std::string_view key, const T
     json.value(value);
 }
 
-void beginXml(QXmlStreamWriter& xml)
+void beginXml(XmlWriter& xml)
 {
-    xml.setAutoFormatting(true);
-    xml.setAutoFormattingIndent(2);
-    xml.writeStartDocument();
+    xml.startDocument();
 }
 
 } // namespace
@@ -148,35 +156,32 @@ std::vector<RoutePoint> routePoints(const KVRBlackBoxData& store)
     return points;
 }
 
-QByteArray telemetryJson(const KVRBlackBoxData& store)
+std::string telemetryJson(const KVRBlackBoxData& store)
 {
     JsonWriter json;
     writeTelemetryObject(json, store);
     return json.take();
 }
 
-QByteArray telemetryCsv(const KVRBlackBoxData& store)
+std::string telemetryCsv(const KVRBlackBoxData& store)
 {
-    QByteArray csv = csvHeader(false);
+    std::string csv = csvHeader(false);
     appendCsvLines(csv, store);
     return csv;
 }
 
-QByteArray routeGpx(const std::vector<RoutePoint>& points, const QString& name)
+std::string routeGpx(const std::vector<RoutePoint>& points, std::string_view name)
 {
-    QByteArray out;
-    QBuffer buffer(&out);
-    buffer.open(QIODevice::WriteOnly);
-    QXmlStreamWriter xml(&buffer);
+    XmlWriter xml;
     beginGpx(xml);
-    xml.writeStartElement("trk");
-    xml.writeTextElement("name", xmlSafe(name));
+    xml.startElement("trk");
+    xml.textElement("name", xmlSafe(name));
     writeGpxSegment(xml, points);
-    xml.writeEndDocument();
-    return out;
+    xml.endDocument();
+    return xml.takePending();
 }
 
-QByteArray routeGeoJson(const std::vector<RoutePoint>& points, const QString& name)
+std::string routeGeoJson(const std::vector<RoutePoint>& points, std::string_view name)
 {
     JsonWriter json;
     json.beginObject();
@@ -200,25 +205,24 @@ QByteArray routeGeoJson(const std::vector<RoutePoint>& points, const QString& na
     return json.take();
 }
 
-QByteArray routeKml(const std::vector<RoutePoint>& points, const QString& name)
+std::string routeKml(const std::vector<RoutePoint>& points, std::string_view name)
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
+    XmlWriter xml;
     beginKml(xml);
-    xml.writeTextElement("name", xmlSafe(name));
+    xml.textElement("name", xmlSafe(name));
     if (!points.empty()) {
-        xml.writeStartElement("Placemark");
-        xml.writeTextElement("name", xmlSafe(name));
+        xml.startElement("Placemark");
+        xml.textElement("name", xmlSafe(name));
         writeKmlGeometry(xml, points);
-        xml.writeEndElement();
+        xml.endElement();
     }
-    xml.writeEndDocument();
-    return out;
+    xml.endDocument();
+    return xml.takePending();
 }
 
 namespace exportpart {
 
-void writeTelemetryObject(JsonWriter& json, const KVRBlackBoxData& store, const QString* file)
+void writeTelemetryObject(JsonWriter& json, const KVRBlackBoxData& store, const std::string* file)
 {
     json.beginObject();
     if (file)
@@ -268,7 +272,7 @@ void writeTelemetryObject(JsonWriter& json, const KVRBlackBoxData& store, const 
     json.endObject();
 }
 
-QByteArray csvHeader(bool withFile)
+std::string csvHeader(bool withFile)
 {
     return withFile ? "file,index,x,y,z,latitude,longitude,speed,unit\n"
                     : "index,x,y,z,latitude,longitude,speed,unit\n";
@@ -308,7 +312,7 @@ private:
 
 } // namespace
 
-void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_view filePrefix)
+void appendCsvLines(std::string& out, const KVRBlackBoxData& store, std::string_view filePrefix)
 {
     const auto& samples = store.GSensors();
     AxisTexts axes;
@@ -342,46 +346,50 @@ void appendCsvLines(QByteArray& out, const KVRBlackBoxData& store, std::string_v
             line += ",,,,";
         }
         line += '\n';
-        out.append(line.data(), qsizetype(line.size()));
+        out.append(line);
     }
 }
 
-QByteArray csvField(const QString& text)
+std::string csvField(std::string_view text)
 {
-    QByteArray utf8 = text.toUtf8();
-    if (!utf8.contains(',') && !utf8.contains('"') && !utf8.contains('\n') && !utf8.contains('\r'))
-        return utf8;
-    return '"' + utf8.replace("\"", "\"\"") + '"';
+    if (text.find_first_of(",\"\n\r") == std::string_view::npos)
+        return std::string(text);
+    std::string field(1, '"');
+    for (const char c : text) {
+        if (c == '"')
+            field += '"';
+        field += c;
+    }
+    return field += '"';
 }
 
-void beginGpx(QXmlStreamWriter& xml)
-{
-    beginXml(xml);
-    xml.writeStartElement("gpx");
-    xml.writeDefaultNamespace("http://www.topografix.com/GPX/1/1");
-    xml.writeAttribute("version", "1.1");
-    xml.writeAttribute("creator", "kavro");
-    xml.writeNamespace("http://www.w3.org/2001/XMLSchema-instance", "xsi");
-    xml.writeAttribute("http://www.w3.org/2001/XMLSchema-instance", "schemaLocation",
-                       "http://www.topografix.com/GPX/1/1 "
-                       "http://www.topografix.com/GPX/1/1/gpx.xsd");
-}
-
-void beginKml(QXmlStreamWriter& xml)
+void beginGpx(XmlWriter& xml)
 {
     beginXml(xml);
-    xml.writeStartElement("kml");
-    xml.writeDefaultNamespace("http://www.opengis.net/kml/2.2");
-    xml.writeStartElement("Document");
+    xml.startElement("gpx");
+    xml.attribute("xmlns", "http://www.topografix.com/GPX/1/1");
+    xml.attribute("version", "1.1");
+    xml.attribute("creator", "kavro");
+    xml.attribute("xmlns:xsi", "http://www.w3.org/2001/XMLSchema-instance");
+    xml.attribute("xsi:schemaLocation", "http://www.topografix.com/GPX/1/1 "
+                                        "http://www.topografix.com/GPX/1/1/gpx.xsd");
 }
 
-void writeGpxSegment(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
+void beginKml(XmlWriter& xml)
+{
+    beginXml(xml);
+    xml.startElement("kml");
+    xml.attribute("xmlns", "http://www.opengis.net/kml/2.2");
+    xml.startElement("Document");
+}
+
+void writeGpxSegment(XmlWriter& xml, const std::vector<RoutePoint>& points)
 {
     // The points are the bulk of a route and hold nothing to escape, so they are written as the
-    // stream writer lays them out (auto-formatted at the depth of gpx > trk > trkseg) straight to
-    // its device; the writer's own state is the same before and after a whole segment.
-    QByteArray text;
-    text.reserve(qsizetype(32 + points.size() * 96));
+    // writer lays them out (at the depth of gpx > trk > trkseg) as markup of their own; the
+    // writer's state is the same before and after a whole segment.
+    std::string text;
+    text.reserve(32 + points.size() * 96);
     if (points.empty())
         text.append("\n    <trkseg/>");
     else
@@ -401,26 +409,26 @@ void writeGpxSegment(QXmlStreamWriter& xml, const std::vector<RoutePoint>& point
     }
     if (!points.empty())
         text.append("\n    </trkseg>");
-    xml.device()->write(text);
+    xml.raw(text);
 }
 
-void writeKmlGeometry(QXmlStreamWriter& xml, const std::vector<RoutePoint>& points)
+void writeKmlGeometry(XmlWriter& xml, const std::vector<RoutePoint>& points)
 {
     if (points.empty())
         return;
-    QByteArray coordinates;
+    std::string coordinates;
     for (const RoutePoint& point : points) {
-        if (!coordinates.isEmpty())
-            coordinates.append(' ');
+        if (!coordinates.empty())
+            coordinates += ' ';
         appendFixed(coordinates, point.longitude);
-        coordinates.append(',');
+        coordinates += ',';
         appendFixed(coordinates, point.latitude);
     }
-    xml.writeStartElement(points.size() == 1 ? "Point" : "LineString");
+    xml.startElement(points.size() == 1 ? "Point" : "LineString");
     if (points.size() > 1)
-        xml.writeTextElement("tessellate", "1");
-    xml.writeTextElement("coordinates", QString::fromLatin1(coordinates));
-    xml.writeEndElement();
+        xml.textElement("tessellate", "1");
+    xml.textElement("coordinates", coordinates);
+    xml.endElement();
 }
 
 void writeGeoJsonGeometry(JsonWriter& json, const std::vector<RoutePoint>& points)
@@ -445,12 +453,17 @@ void writeGeoJsonGeometry(JsonWriter& json, const std::vector<RoutePoint>& point
     json.endObject();
 }
 
-QString xmlSafe(QString text)
+std::string xmlSafe(std::string_view text)
 {
-    for (QChar& c : text)
-        if (c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r')
-            c = QChar::ReplacementCharacter;
-    return text;
+    std::string safe;
+    safe.reserve(text.size());
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r')
+            safe.append("\xef\xbf\xbd"); // U+FFFD
+        else
+            safe += c;
+    }
+    return safe;
 }
 
 } // namespace exportpart

@@ -1,10 +1,8 @@
 #include "tripexport.h"
 
 #include "common/jsonwriter.h"
+#include "common/xmlwriter.h"
 #include "telemetryexport.h"
-
-#include <QIODevice>
-#include <QXmlStreamWriter>
 
 #include <memory>
 #include <utility>
@@ -14,26 +12,6 @@ namespace kavro {
 using namespace exportpart;
 
 namespace {
-
-// Gathers what an XML writer writes until it is taken out; sequential, so taking leaves no gap.
-class PendingDevice final : public QIODevice
-{
-public:
-    PendingDevice() { open(QIODevice::WriteOnly); }
-    bool isSequential() const override { return true; }
-    QByteArray take() { return std::exchange(m_pending, QByteArray()); }
-
-protected:
-    qint64 readData(char*, qint64) override { return -1; }
-    qint64 writeData(const char* data, qint64 length) override
-    {
-        m_pending.append(data, length);
-        return length;
-    }
-
-private:
-    QByteArray m_pending;
-};
 
 // One format's document, told the drives and recordings in order.
 class DocumentWriter
@@ -45,22 +23,22 @@ public:
     virtual void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) = 0;
     virtual void endDrive() {}
     virtual void end() = 0;
-    virtual QByteArray takePending() = 0;
+    virtual std::string takePending() = 0;
 
 protected:
     // A drive's label: its start, or the file name for a recording without a time.
-    QString driveName(const TripPlan::Drive& drive) const
+    std::string driveName(const TripPlan::Drive& drive) const
     {
-        const KVRMedia& first = *m_plan.recordings()[drive.first].media;
-        const QString start = TripPlan::startText(first, ' ');
-        return start.isEmpty() ? first.fileName() : start;
+        const RecordingName& first = m_plan.recordings()[drive.first].media;
+        const std::string start = TripPlan::startText(first, ' ');
+        return start.empty() ? first.fileName() : start;
     }
-    QString driveFiles(const TripPlan::Drive& drive) const
+    std::string driveFiles(const TripPlan::Drive& drive) const
     {
-        QStringList files;
+        std::string files;
         for (std::size_t i = drive.first; i < drive.first + drive.count; ++i)
-            files.append(m_plan.recordings()[i].media->fileName());
-        return files.join(QLatin1StringView(", "));
+            files += (files.empty() ? "" : ", ") + m_plan.recordings()[i].media.fileName();
+        return files;
     }
 
     const TripPlan& m_plan;
@@ -70,30 +48,29 @@ protected:
 class XmlDocument : public DocumentWriter
 {
 public:
-    XmlDocument(const TripPlan& plan, void (*begin)(QXmlStreamWriter&), const char* driveElement,
+    XmlDocument(const TripPlan& plan, void (*begin)(XmlWriter&), const char* driveElement,
                 const char* descriptionElement)
-        : DocumentWriter(plan), m_xml(&m_device), m_driveElement(driveElement),
+        : DocumentWriter(plan), m_driveElement(driveElement),
           m_descriptionElement(descriptionElement)
     {
         begin(m_xml);
     }
     void beginDrive(const TripPlan::Drive& drive) override
     {
-        m_xml.writeStartElement(m_driveElement);
-        m_xml.writeTextElement("name", xmlSafe(driveName(drive)));
-        m_xml.writeTextElement(m_descriptionElement, xmlSafe(driveFiles(drive)));
+        m_xml.startElement(m_driveElement);
+        m_xml.textElement("name", xmlSafe(driveName(drive)));
+        m_xml.textElement(m_descriptionElement, xmlSafe(driveFiles(drive)));
     }
-    void endDrive() override { m_xml.writeEndElement(); }
-    void end() override { m_xml.writeEndDocument(); }
-    QByteArray takePending() override { return m_device.take(); }
+    void endDrive() override { m_xml.endElement(); }
+    void end() override { m_xml.endDocument(); }
+    std::string takePending() override { return m_xml.takePending(); }
 
 protected:
-    PendingDevice m_device;
-    QXmlStreamWriter m_xml;
+    XmlWriter m_xml;
 
 private:
-    QString m_driveElement;
-    QString m_descriptionElement;
+    const char* m_driveElement;
+    const char* m_descriptionElement;
 };
 
 class GpxDocument final : public XmlDocument
@@ -115,10 +92,10 @@ public:
     }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        m_xml.writeStartElement("Placemark");
-        m_xml.writeTextElement("name", xmlSafe(recording.media->fileName()));
+        m_xml.startElement("Placemark");
+        m_xml.textElement("name", xmlSafe(recording.media.fileName()));
         writeKmlGeometry(m_xml, routePoints(store));
-        m_xml.writeEndElement();
+        m_xml.endElement();
     }
 };
 
@@ -135,7 +112,7 @@ public:
     }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const KVRMedia& media = *recording.media;
+        const RecordingName& media = recording.media;
         m_json.beginObject();
         m_json.key("type");
         m_json.value("Feature");
@@ -162,7 +139,7 @@ public:
         m_json.endArray();
         m_json.endObject();
     }
-    QByteArray takePending() override { return m_json.takePending(); }
+    std::string takePending() override { return m_json.takePending(); }
 
 private:
     JsonWriter m_json;
@@ -174,11 +151,11 @@ public:
     explicit JsonDocument(const TripPlan& plan) : DocumentWriter(plan) { m_json.beginArray(); }
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const QString file = recording.media->fileName();
+        const std::string file = recording.media.fileName();
         writeTelemetryObject(m_json, store, &file);
     }
     void end() override { m_json.endArray(); }
-    QByteArray takePending() override { return m_json.takePending(); }
+    std::string takePending() override { return m_json.takePending(); }
 
 private:
     JsonWriter m_json;
@@ -190,14 +167,14 @@ public:
     explicit CsvDocument(const TripPlan& plan) : DocumentWriter(plan), m_out(csvHeader(true)) {}
     void recording(const TripPlan::Recording& recording, const KVRBlackBoxData& store) override
     {
-        const QByteArray prefix = csvField(recording.media->fileName()) + ',';
-        appendCsvLines(m_out, store, std::string_view(prefix.constData(), prefix.size()));
+        const std::string prefix = csvField(recording.media.fileName()) + ',';
+        appendCsvLines(m_out, store, prefix);
     }
     void end() override {}
-    QByteArray takePending() override { return std::exchange(m_out, QByteArray()); }
+    std::string takePending() override { return std::exchange(m_out, std::string()); }
 
 private:
-    QByteArray m_out;
+    std::string m_out;
 };
 
 std::unique_ptr<DocumentWriter> documentFor(TripExport::Format format, const TripPlan& plan)
@@ -233,13 +210,13 @@ bool TripExport::write(const Sink& sink, const Progress& progress, const Refusal
         document->beginDrive(drive);
         for (std::size_t i = drive.first; i < drive.first + drive.count; ++i) {
             const TripPlan::Recording& recording = m_plan.recordings()[i];
-            if (!readTelemetry(store, recording.media->path(), m_options)) {
+            const std::string& path = recording.media.path();
+            if (!readTelemetry(store, path, m_options)) {
                 store.clear();
                 if (refusal)
-                    refusal({recording.media->path(),
-                             QStringLiteral("cannot read %1").arg(recording.media->path())});
+                    refusal({path, "cannot read " + path});
             } else if (store.recovered() && m_recoveryNotice) {
-                m_recoveryNotice(recording.media->path());
+                m_recoveryNotice(path);
             }
             document->recording(recording, store);
             if (!sink(document->takePending()))

@@ -2,9 +2,8 @@
 
 #include "tripplan.h"
 
-#include <QByteArray>
-
 #include <functional>
+#include <string_view>
 
 namespace kavro {
 
@@ -28,7 +27,7 @@ public:
         Kml,
     };
     // Takes the next piece of the document; false stops the export.
-    using Sink = std::function<bool(const QByteArray&)>;
+    using Sink = std::function<bool(std::string_view)>;
     // Called after each recording with the number done so far.
     using Progress = std::function<void(std::size_t done)>;
     // Called for a file that the reader refused although the plan took it (it changed since);
@@ -38,7 +37,7 @@ public:
     TripExport(const TripPlan& plan, Format format, const TelemetryReadOptions& options);
 
     // Told the path of each file whose telemetry was recovered from a recording cut short.
-    void setRecoveryNotice(std::function<void(const QString& path)> notice)
+    void setRecoveryNotice(std::function<void(const std::string& path)> notice)
     {
         m_recoveryNotice = std::move(notice);
     }
@@ -50,7 +49,7 @@ private:
     const TripPlan& m_plan;
     Format m_format;
     TelemetryReadOptions m_options;
-    std::function<void(const QString& path)> m_recoveryNotice;
+    std::function<void(const std::string& path)> m_recoveryNotice;
 };
 
 } // namespace kavro

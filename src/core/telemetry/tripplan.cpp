@@ -1,15 +1,14 @@
 #include "tripplan.h"
 
-#include "recording/kvrmedialist.h"
+#include "recording/recordingscan.h"
 #include "recordingprobe.h"
 
-#include <QDate>
-#include <QDir>
-#include <QFileInfo>
-#include <QHash>
-
 #include <algorithm>
+#include <cstdio>
+#include <map>
 #include <optional>
+
+#include <sys/stat.h>
 
 namespace kavro {
 
@@ -20,20 +19,32 @@ namespace {
 // second 60, 31 February) carry over as a clock would.
 std::int64_t nameSeconds(const KVRMediaTime& time)
 {
-    const std::int64_t days = QDate(time.year, time.month, 1).toJulianDay() + time.day - 1;
+    // Days since 1 March of year 0 on the proleptic Gregorian calendar, for the 1st of the month.
+    const std::int64_t year = time.month <= 2 ? time.year - 1 : time.year;
+    const std::int64_t shiftedMonth = (time.month + 9) % 12; // March is 0
+    const std::int64_t monthStart =
+        year * 365 + year / 4 - year / 100 + year / 400 + (153 * shiftedMonth + 2) / 5;
+    const std::int64_t days = monthStart + time.day - 1;
     return days * 86400 + time.hour * 3600 + time.minute * 60 + time.second;
+}
+
+bool isFolder(const std::string& path)
+{
+    struct stat info;
+    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
 } // namespace
 
-bool readTelemetry(KVRBlackBoxData& store, const QString& path, const TelemetryReadOptions& options)
+bool readTelemetry(KVRBlackBoxData& store, const std::string& path,
+                   const TelemetryReadOptions& options)
 {
     store.setLimits(options.limits);
     store.setRecoverCutShort(options.recover);
     return store.ExtractStreamInformation(path);
 }
 
-TripPlan TripPlan::make(const QStringList& paths, const Options& options)
+TripPlan TripPlan::make(const std::vector<std::string>& paths, const Options& options)
 {
     TripPlan plan;
     const std::vector<Candidate> chosen = onePerMoment(plan.gather(paths));
@@ -42,25 +53,24 @@ TripPlan TripPlan::make(const QStringList& paths, const Options& options)
     return plan;
 }
 
-std::vector<TripPlan::Candidate> TripPlan::gather(const QStringList& paths)
+std::vector<TripPlan::Candidate> TripPlan::gather(const std::vector<std::string>& paths)
 {
     std::vector<Candidate> candidates;
-    for (const QString& path : paths) {
-        const QFileInfo info(path);
-        if (info.isDir()) {
-            KVRMediaList list;
-            list.setDirectoryPathAndWait(QDir::cleanPath(info.absoluteFilePath()));
-            if (list.count() == 0)
-                m_problems.push_back({path, QStringLiteral("no recordings in %1").arg(path)});
-            for (const KVRMediaPtr& media : list.medias())
-                candidates.push_back({media, media->path()});
+    for (const std::string& path : paths) {
+        if (isFolder(path)) {
+            std::vector<RecordingName> records = RecordingScan::collect(path);
+            if (records.empty())
+                m_problems.push_back({path, "no recordings in " + path});
+            RecordingScan::sort(records);
+            for (RecordingName& record : records) {
+                std::string shown = record.path();
+                candidates.push_back({std::move(record), std::move(shown)});
+            }
             continue;
         }
         // A file named on the command line is read whatever its name; one that is no recording
         // name has no start time and pairs with nothing.
-        const QString absolute = info.absoluteFilePath();
-        KVRMediaPtr media = KVRMediaList::createMediaByPath(absolute);
-        candidates.push_back({media ? media : KVRMedia::mediaWithPath(absolute), path});
+        candidates.push_back({RecordingName(RecordingScan::cleanAbsolute(path)), path});
     }
     return candidates;
 }
@@ -73,28 +83,27 @@ std::vector<TripPlan::Candidate> TripPlan::onePerMoment(const std::vector<Candid
         std::optional<Candidate> rear;
     };
     std::vector<Moment> moments;
-    QHash<QString, std::size_t> byKey;
+    std::map<std::string, std::size_t> byKey;
     for (const Candidate& candidate : candidates) {
-        const KVRMedia& media = *candidate.media;
-        const bool recordingName = KVRMedia::hasRecordingNameLength(media.mediaNameView()) &&
-                                   (media.isFrontMedia() || media.isRearMedia());
-        const QString key = recordingName ? u'\x01' + KVRMediaList::mediaPairKey(media.path())
-                                          : u'\x02' + media.path();
-        auto found = byKey.constFind(key);
-        const std::size_t slot = found != byKey.constEnd() ? *found : moments.size();
-        if (slot == moments.size()) {
+        const RecordingName& media = candidate.media;
+        const bool recordingName =
+            RecordingName::hasRecordingNameLength(media.name()) && media.hasChannel();
+        const std::string key = recordingName
+                                    ? '\x01' + std::string(RecordingName::pairKey(media.path()))
+                                    : '\x02' + media.path();
+        const auto [found, added] = byKey.try_emplace(key, moments.size());
+        if (added)
             moments.emplace_back();
-            byKey.insert(key, slot);
-        }
         // As in the pair table, a later file of the same moment and channel takes the slot.
-        (media.isRearMedia() ? moments[slot].rear : moments[slot].front) = candidate;
+        Moment& moment = moments[found->second];
+        (media.direction() == KVRMediaDirectionRear ? moment.rear : moment.front) = candidate;
     }
     std::vector<Candidate> chosen;
     chosen.reserve(moments.size());
     for (const Moment& moment : moments)
         chosen.push_back(moment.front ? *moment.front : *moment.rear);
     std::stable_sort(chosen.begin(), chosen.end(), [](const Candidate& a, const Candidate& b) {
-        return a.media->compareDate(*b.media) < 0;
+        return a.media.compare(b.media) < 0;
     });
     return chosen;
 }
@@ -103,21 +112,19 @@ void TripPlan::measure(const std::vector<Candidate>& chosen, const TelemetryRead
 {
     KVRBlackBoxData store;
     for (const Candidate& candidate : chosen) {
-        const RecordingProbe probe = RecordingProbe::probe(candidate.media->path());
+        const RecordingProbe probe = RecordingProbe::probe(candidate.media.path());
         if (probe.status() == RecordingProbe::Status::CannotOpen) {
-            m_problems.push_back(
-                {candidate.shownPath,
-                 QStringLiteral("cannot open %1: %2").arg(candidate.shownPath, probe.openError())});
+            m_problems.push_back({candidate.shownPath,
+                                  "cannot open " + candidate.shownPath + ": " + probe.openError()});
             continue;
         }
         if (probe.status() == RecordingProbe::Status::NotAvi) {
             m_problems.push_back(
-                {candidate.shownPath,
-                 QStringLiteral("%1 is not a RIFF/AVI file").arg(candidate.shownPath)});
+                {candidate.shownPath, candidate.shownPath + " is not a RIFF/AVI file"});
             continue;
         }
         std::optional<double> seconds = probe.headerSeconds();
-        if (!seconds && readTelemetry(store, candidate.media->path(), options))
+        if (!seconds && readTelemetry(store, candidate.media.path(), options))
             seconds = RecordingProbe::telemetrySeconds(store);
         m_recordings.push_back({candidate.media, seconds.value_or(0), 0});
     }
@@ -128,8 +135,8 @@ void TripPlan::cutIntoDrives(double gapSeconds)
     std::optional<double> driveEnd; // of the drive so far; none after a recording without time
     for (std::size_t i = 0; i < m_recordings.size(); ++i) {
         Recording& recording = m_recordings[i];
-        const bool timed = recording.media->hasTime();
-        const double start = timed ? double(nameSeconds(recording.media->time())) : 0;
+        const bool timed = recording.media.hasTime();
+        const double start = timed ? double(nameSeconds(recording.media.time())) : 0;
         if (!timed || !driveEnd || start - *driveEnd > gapSeconds)
             m_drives.push_back({i, 0});
         ++m_drives.back().count;
@@ -141,19 +148,22 @@ void TripPlan::cutIntoDrives(double gapSeconds)
     }
 }
 
-QString TripPlan::startText(const KVRMedia& media, char separator)
+std::string TripPlan::startText(const RecordingName& media, char separator)
 {
     if (!media.hasTime())
-        return QString();
-    return QString::asprintf("%04d-%02d-%02d%c%02d:%02d:%02d", media.year(), media.month(),
-                             media.day(), separator, media.hour(), media.minute(), media.second());
+        return std::string();
+    const KVRMediaTime& t = media.time();
+    char text[64];
+    const int length = std::snprintf(text, sizeof text, "%04d-%02d-%02d%c%02d:%02d:%02d", t.year,
+                                     t.month, t.day, separator, t.hour, t.minute, t.second);
+    return std::string(text, std::size_t(length));
 }
 
-const char* TripPlan::modeWord(const KVRMedia& media)
+const char* TripPlan::modeWord(const RecordingName& media)
 {
-    if (media.isEventMedia())
+    if (media.division() == KVRMediaDivisionEvent)
         return "event";
-    return media.isMotionMedia() ? "motion" : "always";
+    return media.division() == KVRMediaDivisionMotion ? "motion" : "always";
 }
 
 } // namespace kavro

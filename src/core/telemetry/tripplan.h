@@ -1,12 +1,10 @@
 #pragma once
 
 #include "kvrblackboxdata.h"
-#include "recording/kvrmedia.h"
-
-#include <QString>
-#include <QStringList>
+#include "recording/recordingname.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace kavro {
@@ -21,7 +19,7 @@ struct TelemetryReadOptions
 };
 
 // Reads one file's telemetry into the store with the options; false as ExtractStreamInformation.
-bool readTelemetry(KVRBlackBoxData& store, const QString& path,
+bool readTelemetry(KVRBlackBoxData& store, const std::string& path,
                    const TelemetryReadOptions& options);
 
 // The recordings that the files and folders given make up, in time order and cut into drives:
@@ -44,7 +42,7 @@ public:
 
     struct Recording
     {
-        KVRMediaPtr media; // the file whose telemetry is read
+        RecordingName media; // the file whose telemetry is read
         double seconds = 0;
         int drive = 0; // counted from 1
     };
@@ -59,11 +57,12 @@ public:
     // A path that gives nothing: a file the reader refuses or a folder without recordings.
     struct Problem
     {
-        QString path;
-        QString message; // names the path
+        std::string path;
+        std::string message; // names the path
     };
 
-    static TripPlan make(const QStringList& paths, const Options& options);
+    // Paths as the file system has them; messages name them as given.
+    static TripPlan make(const std::vector<std::string>& paths, const Options& options);
 
     const std::vector<Recording>& recordings() const { return m_recordings; }
     const std::vector<Drive>& drives() const { return m_drives; }
@@ -71,18 +70,18 @@ public:
 
     // The start in the camera's local time as the file name gives it, "2025-05-16 08:36:23" with
     // a space or "2025-05-16T08:36:23" with a 'T'; empty for a name without a time.
-    static QString startText(const KVRMedia& media, char separator);
+    static std::string startText(const RecordingName& media, char separator);
     // "always", "motion" or "event".
-    static const char* modeWord(const KVRMedia& media);
+    static const char* modeWord(const RecordingName& media);
 
 private:
     struct Candidate
     {
-        KVRMediaPtr media;
-        QString shownPath; // as given, for messages about files named on the command line
+        RecordingName media;
+        std::string shownPath; // as given, for messages about files named on the command line
     };
 
-    std::vector<Candidate> gather(const QStringList& paths);
+    std::vector<Candidate> gather(const std::vector<std::string>& paths);
     static std::vector<Candidate> onePerMoment(const std::vector<Candidate>& candidates);
     void measure(const std::vector<Candidate>& chosen, const TelemetryReadOptions& options);
     void cutIntoDrives(double gapSeconds);

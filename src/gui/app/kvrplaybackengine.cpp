@@ -13,6 +13,7 @@
 #include "kvrwindowlayout.h"
 #include "player/vlcmediaplayer.h"
 #include "player/vlcvideoview.h"
+#include "qtbridge/qtbridge.h"
 #include "telemetry/graphview.h"
 #include "widgets/artworknames.h"
 #include "widgets/tkimagebutton.h"
@@ -150,7 +151,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     connect(&m_extraction, &QFutureWatcher<bool>::finished, this,
             [this, opening] { completeOpening(opening); });
     m_extraction.setFuture(QtConcurrent::run(
-        [store, frontPath] { return store->ExtractStreamInformation(frontPath); }));
+        [store, frontPath] { return store->ExtractStreamInformation(nativePath(frontPath)); }));
     return true;
 }
 

@@ -29,8 +29,8 @@ QString degreesText(double degrees)
 QString scriptString(const QString& text)
 {
     JsonWriter json(false);
-    json.value(text);
-    return QString::fromUtf8(json.take()).trimmed();
+    json.value(text.toStdString());
+    return QString::fromStdString(json.take()).trimmed();
 }
 
 } // namespace
@@ -143,7 +143,7 @@ QString KVRMapView::routeScript(const std::vector<RoutePoint>& points)
         json.endArray();
     }
     json.endArray();
-    return QStringLiteral("setRoute(%1)").arg(QString::fromUtf8(json.take()).trimmed());
+    return QStringLiteral("setRoute(%1)").arg(QString::fromStdString(json.take()).trimmed());
 }
 
 void KVRMapView::onLoadStarted()

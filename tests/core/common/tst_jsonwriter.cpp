@@ -35,10 +35,10 @@ private slots:
             json.key("nested");
             json.beginObject();
             json.key("s");
-            json.value(QStringLiteral("quote\" back\\ nl\n tab\t ctl\x01 é"));
+            json.value(QStringLiteral("quote\" back\\ nl\n tab\t ctl\x01 é").toStdString());
             json.endObject();
             json.endObject();
-            QByteArray text = json.take();
+            QByteArray text = QByteArray::fromStdString(json.take());
 
             QVERIFY(text.endsWith('\n'));
             QVERIFY(text.indexOf("zeta") < text.indexOf("alpha"));
@@ -66,7 +66,7 @@ private slots:
             json.endArray();
         }
         json.endArray();
-        QByteArray text = json.take();
+        QByteArray text = QByteArray::fromStdString(json.take());
         QCOMPARE(text.count('\n'), 5); // one line per inline row plus the brackets
         QJsonArray rows = QJsonDocument::fromJson(text).array();
         QCOMPARE(rows.size(), 3);
@@ -90,7 +90,7 @@ private slots:
         json.beginArray(JsonWriter::Layout::Inline);
         json.value(std::numeric_limits<float>::infinity());
         json.endArray();
-        QCOMPARE(json.take(), QByteArray("[null]\n"));
+        QCOMPARE(json.take(), std::string("[null]\n"));
     }
 
     // Text is scanned in blocks of sixteen and eight bytes: a character to escape is found
@@ -118,9 +118,9 @@ private slots:
             text.insert(at, special);
             JsonWriter json(false);
             json.beginArray();
-            json.value(text);
+            json.value(text.toStdString());
             json.endArray();
-            const QByteArray written = json.take();
+            const QByteArray written = QByteArray::fromStdString(json.take());
             QCOMPARE(QJsonDocument::fromJson(written).array().at(0).toString(), text);
             QCOMPARE(written.size(), qsizetype(strlen("[\"\"]\n") + 39 + writtenBytes));
         }

@@ -55,6 +55,27 @@ class TestKVRMediaList : public QObject
     Q_OBJECT
 
 private slots:
+    // Listed paths are the folder's path from the root without detours, as the list prints them.
+    void folderPathsAreCleaned_data()
+    {
+        QTest::addColumn<QString>("given");
+        QTest::addColumn<QString>("clean");
+        QTest::newRow("dots and doubled slashes") << "/a/./b//c/"
+                                                  << "/a/b/c";
+        QTest::newRow("parent") << "/a/b/../../c/.."
+                                << "/";
+        QTest::newRow("above the root") << "/../x"
+                                        << "/x";
+        QTest::newRow("relative") << "x/../y" << QDir::currentPath() + "/y";
+    }
+
+    void folderPathsAreCleaned()
+    {
+        QFETCH(QString, given);
+        QFETCH(QString, clean);
+        QCOMPARE(QString::fromStdString(RecordingScan::cleanAbsolute(given.toStdString())), clean);
+    }
+
     void scanSortsAndPairs()
     {
         QTemporaryDir root;

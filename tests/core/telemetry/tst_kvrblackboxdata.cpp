@@ -1,3 +1,4 @@
+#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 #include "telemetry/kvraviwriter.h"
 #include "telemetry/kvrblackboxdata.h"
@@ -140,7 +141,7 @@ private slots:
         QVERIFY(writeRecording(path("merge.avi"), chunks));
 
         KVRBlackBoxData store;
-        QVERIFY(store.ExtractStreamInformation(path("merge.avi")));
+        QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("merge.avi"))));
         QCOMPARE(walked(store), samples + Times{0xffffffff} + records);
         Times merged;
         for (qsizetype k = 0; k < qsizetype(store.vGpsData().size()); ++k) {
@@ -155,7 +156,7 @@ private slots:
         QVERIFY(writeRecording(path("scale.avi"),
                                {gsensor(1, 256), gsensor(2, INT32_MIN), gsensor(3)}));
         KVRBlackBoxData store;
-        QVERIFY(store.ExtractStreamInformation(path("scale.avi")));
+        QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("scale.avi"))));
         const kavro::KVRGSensor& first = store.GSensors()[0];
         QCOMPARE(std::vector<float>({first.x, first.y, first.z}), std::vector<float>({1, -0.5, 0}));
         QCOMPARE(store.GSensors()[1].x, -8388608.0f);
@@ -183,7 +184,7 @@ private slots:
                                {gps(100, rmc + rmc, std::uint32_t(rmc.size())),
                                 gps(200, QByteArray(508 - rmc.size(), '\n') + rmc, 100000),
                                 gps(300, QByteArray(508, '$'), 508)}));
-        QVERIFY(store.ExtractStreamInformation(path("nlen.avi")));
+        QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("nlen.avi"))));
         QCOMPARE(store.NMEAs().size(), std::size_t(2));
         QCOMPARE(store.gpsRecords().size(), std::size_t(3));
     }
@@ -202,7 +203,7 @@ private slots:
 
         // Wrong tags are dropped; 33 bytes make a GPS record, 32 a G-sensor one.
         KVRBlackBoxData store;
-        QVERIFY(store.ExtractStreamInformation(path("skip.avi")));
+        QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("skip.avi"))));
         QCOMPARE(walked(store), (Times{100, 800, 0xffffffff, 700}));
         QCOMPARE(store.GSensors()[1].x, 2.0f);
     }
@@ -242,7 +243,7 @@ private slots:
         QVERIFY(kavro::test::writeFile(path("stop.avi"), file));
 
         KVRBlackBoxData store;
-        QVERIFY(store.ExtractStreamInformation(path("stop.avi")));
+        QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("stop.avi"))));
         QCOMPARE(int(store.GSensors().size()), samples);
         QCOMPARE(store.vGSensorData().back().data().timestamp, std::uint32_t(samples * 100));
     }
@@ -264,7 +265,7 @@ private slots:
         limits.nmeaFixes = 20000;
         store.setLimits(limits);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("read stopped"));
-        QVERIFY(store.ExtractStreamInformation(path("amplify.avi")));
+        QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("amplify.avi"))));
         QVERIFY(store.limitReached());
         QCOMPARE(store.NMEAs().size(), std::size_t(20000));
         QCOMPARE(store.gpsRecords().size(), std::size_t(20000 / 84 + 1));
@@ -304,7 +305,8 @@ private slots:
         KVRBlackBoxData store;
         for (const QByteArray& file : files) {
             QVERIFY(kavro::test::writeFile(path("hostile.avi"), file));
-            const bool isAvi = store.ExtractStreamInformation(path("hostile.avi"));
+            const bool isAvi =
+                store.ExtractStreamInformation(kavro::nativePath(path("hostile.avi")));
             QCOMPARE(isAvi ? walked(store) : Times{}, plainWalk(file));
             QCOMPARE(isAvi,
                      file.size() >= 12 && file.startsWith("RIFF") && file.mid(8, 4) == "AVI ");
@@ -317,7 +319,7 @@ private slots:
                 QCOMPARE(shown->read(hostile, 0, bytes.data(), bytes.size()), bytes.size());
             }
         }
-        QVERIFY(!store.ExtractStreamInformation(path("absent.avi")));
+        QVERIFY(!store.ExtractStreamInformation(kavro::nativePath(path("absent.avi"))));
     }
 
     // A power loss leaves the index out (the camera writes it last), and sometimes a placeholder
@@ -338,7 +340,7 @@ private slots:
         const QByteArray whole = kavro::test::readFile(path("whole.avi"));
         KVRBlackBoxData reference;
         reference.setRecoverCutShort(true);
-        QVERIFY(reference.ExtractStreamInformation(path("whole.avi")));
+        QVERIFY(reference.ExtractStreamInformation(kavro::nativePath(path("whole.avi"))));
         QVERIFY(!reference.recovered()); // an index is always walked when there is one
         QCOMPARE(reference.GSensors().size(), std::size_t(40));
 
@@ -357,9 +359,9 @@ private slots:
                 if (placeholder && file.size() >= 14140)
                     setU32(file, 14136, placeholder);
                 QVERIFY(kavro::test::writeFile(path("cut.avi"), file));
-                QVERIFY(plain.ExtractStreamInformation(path("cut.avi")));
+                QVERIFY(plain.ExtractStreamInformation(kavro::nativePath(path("cut.avi"))));
                 QVERIFY(plain.GSensors().empty() && plain.NMEAs().empty());
-                QVERIFY(store.ExtractStreamInformation(path("cut.avi")));
+                QVERIFY(store.ExtractStreamInformation(kavro::nativePath(path("cut.avi"))));
                 QVERIFY(store.recovered());
 
                 const qsizetype present = std::count_if(ends.cbegin(), ends.cend(),
@@ -391,7 +393,7 @@ private slots:
                 QByteArray whole(qsizetype(shown->size()), '\0');
                 QCOMPARE(shown->read(cutFile, 0, whole.data(), whole.size()), whole.size());
                 QVERIFY(kavro::test::writeFile(path("shown.avi"), whole));
-                QVERIFY(plain.ExtractStreamInformation(path("shown.avi")));
+                QVERIFY(plain.ExtractStreamInformation(kavro::nativePath(path("shown.avi"))));
                 QCOMPARE(walked(plain), expected);
                 QVERIFY(!kavro::CutShortAvi::open(path("shown.avi"))); // it has its index now
             }

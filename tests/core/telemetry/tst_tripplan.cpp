@@ -53,13 +53,16 @@ private slots:
         QVERIFY(!paths.contains(QString()));
         TripPlan::Options options;
         options.gapSeconds = gap;
-        const TripPlan plan = TripPlan::make(paths, options);
+        std::vector<std::string> bytes;
+        for (const QString& path : paths)
+            bytes.push_back(path.toStdString());
+        const TripPlan plan = TripPlan::make(bytes, options);
         QVERIFY(plan.problems().empty());
         QList<int> got;
         QStringList order;
         for (const TripPlan::Recording& recording : plan.recordings()) {
             got << recording.drive;
-            order << recording.media->fileName();
+            order << QString::fromStdString(recording.media.fileName());
         }
         QCOMPARE(order.first(), QString("clip.avi"));
         QCOMPARE(got, drives);

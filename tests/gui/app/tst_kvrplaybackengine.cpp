@@ -1,5 +1,6 @@
 #include "appfixture.h"
 
+#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 
 #include <algorithm>
@@ -121,7 +122,7 @@ private slots:
 
         // The telemetry is the front file's, whichever row was chosen.
         KVRBlackBoxData frontData;
-        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*plan, false)));
+        QVERIFY(frontData.ExtractStreamInformation(nativePath(m_card.path(*plan, false))));
         QVERIFY(!frontData.GSensors().empty());
         QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
         QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);

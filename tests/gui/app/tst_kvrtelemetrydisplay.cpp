@@ -1,5 +1,6 @@
 #include "kvrplayinfo.h"
 #include "kvrtelemetrydisplay.h"
+#include "qtbridge/qtbridge.h"
 #include "telemetry/graphview.h"
 #include "telemetry/kvraviwriter.h"
 #include "telemetry/kvrblackboxdata.h"
@@ -154,7 +155,7 @@ private slots:
                    {{}, gsensor(300, 0)},
                    {{}, gsensor(400, 512)}}));
         KVRBlackBoxData store;
-        QVERIFY(store.ExtractStreamInformation(path));
+        QVERIFY(store.ExtractStreamInformation(nativePath(path)));
         QCOMPARE(store.vGpsData().size(), std::size_t(3));
         QCOMPARE(store.NMEAs().size(), std::size_t(2));
 
@@ -221,7 +222,7 @@ private slots:
         const QString path = dir.filePath(QStringLiteral("nogps.avi"));
         QVERIFY(writeRecording(path, {{{}, gsensor(100, 256)}, {{}, gsensor(200, -256)}}));
         KVRBlackBoxData store;
-        QVERIFY(store.ExtractStreamInformation(path));
+        QVERIFY(store.ExtractStreamInformation(nativePath(path)));
 
         Panel panel;
         QVERIFY(loadOffline(panel.map));

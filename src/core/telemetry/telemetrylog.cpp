@@ -1,3 +1,0 @@
-#include "telemetrylog.h"
-
-Q_LOGGING_CATEGORY(lcTelemetry, "kavro.telemetry", QtInfoMsg)
