@@ -203,12 +203,10 @@ public:
     KVRAppDelegate* delegate() const { return m_delegate.get(); }
 
 private:
-    // The time code is read at the recording's own size; the small player renders smaller.
+    // The time code is read at the recording's own size, which lastFrame gives.
     static std::optional<int> frameNumber(const VLCMediaPlayer* player)
     {
-        const QSize size = player->media().isRearMedia() ? RearSize : FrontSize;
-        return camsim::TimeCode::read(
-            player->lastFrame().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        return camsim::TimeCode::read(player->lastFrame());
     }
 
     std::unique_ptr<KVRAppDelegate> m_delegate;
@@ -325,8 +323,8 @@ int main(int argc, char** argv)
     const double before = cpuSecondsOfThisProcess();
     wait(CpuSeconds * 1000);
     const double viewerCpu = cpuSecondsOfThisProcess() - before;
-    const QSize size1 = delegate->player1()->videoSize();
-    const QSize size2 = delegate->player2()->videoSize();
+    const QSize size1 = delegate->player1()->renderedSize();
+    const QSize size2 = delegate->player2()->renderedSize();
     engine->stopPlay();
     const QString reference =
         QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("plain_players"));
