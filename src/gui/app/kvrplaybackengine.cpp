@@ -442,7 +442,7 @@ void KVRPlaybackEngine::placePairOnOneFrame()
 void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds, bool playing)
 {
     VLCMediaPlayer* player2 = m_players.player2;
-    m_players.player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
+    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
     player2->play();
     // libVLC takes a pause only once the file plays; a paused window pauses it then, there.
     m_partnerPauseAt = playing ? -1 : milliseconds;
@@ -516,7 +516,7 @@ void KVRPlaybackEngine::swapPlayer()
     const QString path1 = player1->media().path();
     const QString path2 = player2->media().path();
     player1->setMedia(VLCMedia::mediaWithPath(path2));
-    m_players.player2->setMedia(VLCMedia::mediaWithPath(path1));
+    player2->setMedia(VLCMedia::mediaWithPath(path1));
     player1->play();
     player2->play();
     setLogos();
