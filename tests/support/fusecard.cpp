@@ -46,12 +46,24 @@ bool FuseCard::insert(const QString& image, const QString& content, int megabyte
         copy.append(QDir(content).filePath(entry));
     copy.append(QStringLiteral("::"));
     if (!run(QStringLiteral("mkfs.fat"), {QStringLiteral("-n"), QStringLiteral("KAVRO"), image}) ||
-        !run(QStringLiteral("mcopy"), copy) || !QDir().mkpath(mountPoint))
+        !run(QStringLiteral("mcopy"), copy))
         return false;
+    return mount(image, mountPoint, error);
+}
+
+bool FuseCard::mount(const QString& image, const QString& mountPoint, QString* error, bool readOnly)
+{
+    if (!QDir().mkpath(mountPoint)) {
+        *error = QStringLiteral("cannot make ") + mountPoint;
+        return false;
+    }
     // In the foreground, so that this process owns it and can end it.
-    m_fusefat.start(QStringLiteral("fusefat"), {QStringLiteral("-f"), QStringLiteral("-o"),
-                                                QStringLiteral("rw+"), image, mountPoint});
+    m_fusefat.start(QStringLiteral("fusefat"),
+                    {QStringLiteral("-f"), QStringLiteral("-o"),
+                     readOnly ? QStringLiteral("ro") : QStringLiteral("rw+"), image, mountPoint});
     m_mountPoint = mountPoint;
+    m_log.clear();
+    m_frozen = false;
     if (!QTest::qWaitFor([&] { return isMountPoint(mountPoint); }, 10000)) {
         *error = QStringLiteral("fusefat did not mount: ") +
                  QString::fromLocal8Bit(m_fusefat.readAllStandardError());
@@ -59,6 +71,21 @@ bool FuseCard::insert(const QString& image, const QString& content, int megabyte
         return false;
     }
     return true;
+}
+
+bool FuseCard::fill(const QString& name)
+{
+    QFile file(QDir(m_mountPoint).filePath(name));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return false;
+    // A sector at a time, so that the last free cluster is taken too.
+    const QByteArray block(512, 'f');
+    for (int count = 0; file.write(block) == block.size(); ++count) {
+        // fusefat logs every write: its pipe is read now and then, or it would stop.
+        if (count % 64 == 0)
+            QCoreApplication::processEvents();
+    }
+    return file.error() != QFileDevice::NoError;
 }
 
 void FuseCard::freezeWhen(const QByteArray& text)

@@ -19,6 +19,11 @@ public:
     // and mounts it at mountPoint; false with the reason when a step fails.
     bool insert(const QString& image, const QString& content, int megabytes,
                 const QString& mountPoint, QString* error);
+    // Mounts an image made before (a card put back in), write-protected if asked.
+    bool mount(const QString& image, const QString& mountPoint, QString* error,
+               bool readOnly = false);
+    // Takes the card's last free byte with a file of that name: loop recording filled it.
+    bool fill(const QString& name);
     // Stops the card answering once its log shows the text ("readdir(/DCIM/03)"): whoever reads
     // it next waits, until the card is pulled. frozen() says when it has happened.
     void freezeWhen(const QByteArray& text);

@@ -190,8 +190,10 @@ bool OutputFile::open(const QString& path, Rule rule)
     if (!S_ISDIR(folderInfo.st_mode))
         return failWith(ENOTDIR,
                         QStringLiteral("%1 is not a folder").arg(QFile::decodeName(folder)));
+    // A file made here and not written whole is removed again: a card left with an empty clock
+    // file is worse than one without.
     if (rule == Rule::KeepTail)
-        return openInPlace(current, O_CREAT);
+        return openInPlace(current, exists ? 0 : O_CREAT | O_EXCL);
     return openTemporary(current);
 }
 

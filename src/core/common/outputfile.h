@@ -29,7 +29,8 @@ public:
         // file has the new content's size, overwritten in place, synced and read back. A card
         // that loop recording has filled must still take a new config.bin.
         ReplaceOrOverwrite,
-        // Written from its first byte without truncating: bytes past the new content stay.
+        // Written from its first byte without truncating: bytes past the new content stay. A
+        // file this made is removed again when the write fails.
         KeepTail,
         // Made afresh; an existing file (or link) is never replaced.
         CreateNew,

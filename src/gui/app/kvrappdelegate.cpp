@@ -5,9 +5,9 @@
 #include "common/preferences.h"
 #include "customwindow.h"
 #include "disks/udisks2disksource.h"
-#include "kvrlanguagemenu.h"
 #include "kvrcapturecommands.h"
 #include "kvrhelpcommands.h"
+#include "kvrlanguagemenu.h"
 #include "kvrloadingcontroller.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
@@ -137,6 +137,8 @@ void KVRAppDelegate::setupInitialValues()
 
     connect(m_window.get(), &CustomWindow::isFullScreenChanged, m_layout,
             &KVRWindowLayout::layoutWindow);
+    connect(m_window.get(), &CustomWindow::isFullScreenChanged, this,
+            [](bool fullScreen) { qCDebug(lcApp, "fullScreen=%d", fullScreen); });
     m_ui.backgroundBox->installEventFilter(this);
     m_ui.videoContainerView->installEventFilter(this);
 
@@ -181,6 +183,8 @@ void KVRAppDelegate::setupTelemetryDisplay()
             &KVRTelemetryDisplay::detachStore);
     connect(m_engine, &KVRPlaybackEngine::telemetryReady, m_telemetryDisplay,
             &KVRTelemetryDisplay::recordingOpened);
+    connect(m_engine, &KVRPlaybackEngine::recordingCleared, m_telemetryDisplay,
+            &KVRTelemetryDisplay::clear);
 }
 
 void KVRAppDelegate::connectControls()

@@ -20,6 +20,7 @@
 #include "widgets/tkimagebutton.h"
 #include "widgets/tkvideobackgroundimageview.h"
 
+#include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
 #include <QtConcurrent>
@@ -61,6 +62,16 @@ KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players
     connect(m_playNextTimer, &KVRPlayNextTimer::recordingLost, this, [this] {
         qCWarning(lcApp) << "the recording can no longer be read:" << m_openingFileName;
         failRecording();
+    });
+    connect(m_playNextTimer, &KVRPlayNextTimer::partnerLost, this, [this] {
+        // Held, both players wait for each other: the partner goes once the hold is over.
+        if (m_slave->holding())
+            return;
+        emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') +
+                           QFileInfo(m_players.player2->media().path()).fileName());
+        dropPartner("the partner can no longer be read:");
+        chooseAudioAuto();
+        m_controls->updateAudioUI();
     });
     connect(m_playNextTimer, &KVRPlayNextTimer::endReached, this, &KVRPlaybackEngine::playNext);
     m_slave->setMayCorrect([this] { return !m_moving && !m_swapping && !m_waitingForPlayStart; });
@@ -137,7 +148,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     qCInfo(lcApp, "opening row %lld: %s", index, qUtf8Printable(m_openingFileName));
     m_ui.mediaListTableView->selectOnlyRow(index);
     updateVideoUI();
-    m_playNextTimer->watchFile(player1->media().path());
+    m_playNextTimer->watchFiles(player1->media().path(), player2->media().path());
     emit statusMessage(QString());
     m_loading->showLoading(QStringLiteral("Loading..."));
 
@@ -247,10 +258,8 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
     if (m_waitingForPlayStart && !m_extraction.isRunning() && player == player2 &&
         hasMedia(player2) && failedToOpen(player2)) {
         // A broken partner file must not keep the main recording from playing.
-        qCWarning(lcApp) << "cannot play" << player2->media().path() << "- playing alone";
-        player2->setMedia(VLCMedia());
+        dropPartner("cannot play");
         m_hasRearMedia = false;
-        m_ui.audioToggleButton->hide();
     }
     // Held, the pause is the engine's own, not a state to show.
     if (m_slave->holding())
@@ -515,6 +524,7 @@ void KVRPlaybackEngine::swapPlayer()
     // Fresh media objects: one libVLC media is never in two players at once.
     const QString path1 = player1->media().path();
     const QString path2 = player2->media().path();
+    m_playNextTimer->swapFiles();
     player1->setMedia(VLCMedia::mediaWithPath(path2));
     player2->setMedia(VLCMedia::mediaWithPath(path1));
     player1->play();
@@ -562,13 +572,26 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_waitingForPlayStart = false;
     m_partnerPauseAt = -1;
     m_mediaIndex = -1;
-    m_playNextTimer->watchFile({});
+    m_playNextTimer->watchFiles({}, {});
     m_hasRearMedia = false;
     m_playInfo->setIsPlaying(false);
     m_playInfo->setPosition(0);
     m_ui.graphView->setGraphData({});
     m_ui.telemetryNoteField->hide();
     m_loading->hideLoading();
+    updateVideoViewsVisibility();
+    emit recordingCleared();
+}
+
+void KVRPlaybackEngine::dropPartner(const char* why)
+{
+    VLCMediaPlayer* player2 = m_players.player2;
+    qCWarning(lcApp) << why << player2->media().path() << "- playing alone";
+    player2->stop();
+    player2->setMedia(VLCMedia());
+    m_playNextTimer->watchPartner({});
+    m_partnerPauseAt = -1;
+    m_ui.audioToggleButton->hide();
     updateVideoViewsVisibility();
 }
 

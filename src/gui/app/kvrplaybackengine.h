@@ -96,6 +96,8 @@ signals:
     void telemetryWillChange();
     // The store holds the telemetry of the recording about to play.
     void telemetryReady(const kavro::KVRBlackBoxData* store);
+    // No recording is shown any more (it failed, or a folder was opened).
+    void recordingCleared();
 
 private:
     void updateVideoUI();
@@ -109,6 +111,8 @@ private:
     void reopenPartnerAt(qint64 milliseconds, bool playing);
     void pauseReopenedPartner();
     void failRecording();
+    // The small picture's file can't be played: the large one goes on alone.
+    void dropPartner(const char* why);
     void setLogos();
     // Pauses both players on the frame at the time and lets them go on together.
     void holdPairAt(qint64 milliseconds);

@@ -26,9 +26,24 @@ KVRPlayNextTimer::KVRPlayNextTimer(const VLCMediaPlayer* player, QObject* parent
     connect(&m_timer, &QTimer::timeout, this, &KVRPlayNextTimer::look);
 }
 
-void KVRPlayNextTimer::watchFile(const QString& path)
+namespace {
+
+RecordingFileCheck checkOf(const QString& path)
 {
-    m_file = path.isEmpty() ? RecordingFileCheck() : RecordingFileCheck(path);
+    return path.isEmpty() ? RecordingFileCheck() : RecordingFileCheck(path);
+}
+
+} // namespace
+
+void KVRPlayNextTimer::watchFiles(const QString& large, const QString& small)
+{
+    m_file = checkOf(large);
+    m_partnerFile = checkOf(small);
+}
+
+void KVRPlayNextTimer::watchPartner(const QString& small)
+{
+    m_partnerFile = checkOf(small);
 }
 
 void KVRPlayNextTimer::start()
@@ -50,6 +65,8 @@ void KVRPlayNextTimer::look()
         emit recordingLost();
         return;
     }
+    if (m_partnerFile.lost())
+        emit partnerLost();
     if (m_preparing || !restsAtEnd(m_player))
         return;
     m_preparing = true;

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <utility>
+
 namespace kavro {
 
 class VLCMediaPlayer;
@@ -12,6 +14,7 @@ class VLCMediaPlayer;
 // Looks at the large player once a second while a recording plays: a file that can no longer be
 // read (a card pulled out, a file cut short underneath) or a player in error is reported at once,
 // and a player that still rests at its end a second after it came there asks for the next row.
+// The small picture's file is looked at too; losing it only takes the small picture.
 class KVRPlayNextTimer : public QObject
 {
     Q_OBJECT
@@ -19,8 +22,11 @@ class KVRPlayNextTimer : public QObject
 public:
     explicit KVRPlayNextTimer(const VLCMediaPlayer* player, QObject* parent = nullptr);
 
-    // The file whose loss counts; an empty path for none.
-    void watchFile(const QString& path);
+    // The files of the large and the small picture whose loss counts; an empty path for none.
+    void watchFiles(const QString& large, const QString& small);
+    void watchPartner(const QString& small);
+    // The pictures traded players.
+    void swapFiles() { std::swap(m_file, m_partnerFile); }
     void start();
     // Also drops a next row already asked for but not yet told.
     void stop();
@@ -30,6 +36,8 @@ public:
 
 signals:
     void recordingLost();
+    // Told every second until the partner is no longer watched.
+    void partnerLost();
     void endReached();
 
 private:
@@ -38,6 +46,7 @@ private:
     const VLCMediaPlayer* m_player;
     QTimer m_timer;
     RecordingFileCheck m_file;
+    RecordingFileCheck m_partnerFile;
     quint64 m_round = 0; // bumped by start and stop, so that an older second at the end is dropped
     bool m_preparing = false;
 };

@@ -55,6 +55,22 @@ void KVRTelemetryDisplay::recordingOpened(const KVRBlackBoxData* store)
         m_outputs.mapWebView->setRoute(routePoints(*store));
 }
 
+void KVRTelemetryDisplay::clear()
+{
+    // A recording that failed must not leave the last one's values looking like its own.
+    m_store = nullptr;
+    for (QLabel* field : {m_outputs.gsensorXField, m_outputs.gsensorYField, m_outputs.gsensorZField,
+                          m_outputs.speedField, m_outputs.hdopField, m_outputs.sateliteField,
+                          m_outputs.positionField})
+        setText(field, QString());
+    if (m_outputs.graphView)
+        m_outputs.graphView->setGraphData({});
+    if (m_outputs.mapWebView) {
+        m_outputs.mapWebView->setRoute({});
+        m_outputs.mapWebView->clearPosition();
+    }
+}
+
 std::size_t KVRTelemetryDisplay::indexForPosition(double position, std::size_t count)
 {
     if (count == 0)

@@ -50,6 +50,8 @@ public:
     // A recording's telemetry is complete: the hemispheres start over and the map gets its route.
     void recordingOpened(const KVRBlackBoxData* store);
     const KVRBlackBoxData* store() const { return m_store; }
+    // No recording: empty fields and graph, no route and no mark on the map, as at start-up.
+    void clear();
 
     void updateGsensorUIByPlayPositon();
     void updateGpsUIByPlayPosition();

@@ -98,6 +98,14 @@ void KVRMapView::showPosition(double latitude, double longitude)
         run(m_positionScript);
 }
 
+void KVRMapView::clearPosition()
+{
+    // Kept like a position, so that a page loaded again has no mark either.
+    m_positionScript = QStringLiteral("clearPosition()");
+    if (m_ready)
+        run(m_positionScript);
+}
+
 void KVRMapView::showNoGpsData()
 {
     evaluateWebScript(noGpsDataScript());

@@ -45,6 +45,8 @@ public:
     void evaluateWebScript(const QString& script);
     // Marks the position (decimal degrees, south and west negative) and keeps it in view.
     void showPosition(double latitude, double longitude);
+    // Takes the position mark away: no recording is shown.
+    void clearPosition();
     // Tells the page that the recording has no GPS records.
     void showNoGpsData();
     // Draws the recording's route; an empty list removes it.

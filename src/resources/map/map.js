@@ -146,6 +146,13 @@
         }
     };
 
+    window.clearPosition = function () {
+        if (marker !== null) {
+            map.removeLayer(marker);
+            marker = null;
+        }
+    };
+
     // The usable points of a route, or null when points is no list at all.
     function routeLatLngs(points) {
         if (typeof points === 'string') {

@@ -11,7 +11,8 @@ class TestSettingValues : public QObject
     Q_OBJECT
 
 private slots:
-    // Stored value -> the control's index, and what that index stores again.
+    // Stored value -> the control's index, and what that index stores again. Cable loss 0, rear
+    // off 5, PiP 7 and Malaysia are read through the pages in the pages' test.
     void choiceTable_data()
     {
         QTest::addColumn<QString>("field");
@@ -22,7 +23,6 @@ private slots:
         QTest::newRow("external power") << "sd_mem_always_reserved" << 10000LL << 2 << 10000LL;
         QTest::newRow("voltage unknown") << "sd_mem_always_reserved" << 12050LL << 8 << 12000LL;
         QTest::newRow("timer unknown") << "sd_mem_motion_reserved" << 5LL << 0 << 0LL;
-        QTest::newRow("cable loss 0") << "CableVoltCorr" << 0LL << 3 << 4LL;
         QTest::newRow("front LED on") << "ledoff" << 0LL << 1 << 0LL;
         QTest::newRow("front LED odd") << "ledoff" << 5LL << 0 << 1LL;
         QTest::newRow("g-sensor odd") << "g_sensor_enable" << 7LL << 1 << 1LL;
@@ -30,11 +30,8 @@ private slots:
         QTest::newRow("brightness 7") << "vid_brightness" << 7LL << 0 << 0LL;
         QTest::newRow("screen saver default") << "lcd_screensaver" << 0LL << 1 << 0LL;
         QTest::newRow("screen saver odd") << "lcd_screensaver" << 9LL << 1 << 0LL;
-        QTest::newRow("rear off 5") << "parking_rear_off" << 5LL << 0 << 1LL;
         QTest::newRow("pip 0 bottom right") << "pip_position" << 0LL << 3 << 0LL;
         QTest::newRow("pip 2 top left") << "pip_position" << 2LL << 0 << 2LL;
-        QTest::newRow("pip 7") << "pip_position" << 7LL << 3 << 0LL;
-        QTest::newRow("Malaysia") << "Brightness1" << 20LL << 20 << 20LL;
         QTest::newRow("language 21") << "Brightness1" << 21LL << -1 << -1LL;
         QTest::newRow("zone unknown") << "time_gmt" << -1LL << -1 << -1LL;
     }

@@ -4,6 +4,8 @@
 #include "kvrlanguagemenu.h"
 
 #include <QMessageBox>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QScreen>
 
 using namespace kavro;
@@ -25,11 +27,7 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
-    }
+    void initTestCase() { m_card.makeInTest(); }
 
     void startsEmptyInACentredWindowAndStoresEnglish()
     {
@@ -72,19 +70,6 @@ private slots:
         QTRY_COMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_play_n"));
         QTest::keyClick(focus, Qt::Key_Space);
         QTRY_VERIFY(viewer.player1()->isPlaying());
-        QTest::keyClick(focus, Qt::Key_BracketRight);
-        QCOMPARE(viewer.delegate->playInfo()->speed(), 2.0);
-        QTest::keyClick(focus, Qt::Key_BracketLeft);
-        QCOMPARE(viewer.delegate->playInfo()->speed(), 1.0);
-        QTest::keyClick(focus, Qt::Key_Up, Qt::ControlModifier);
-        QCOMPARE(viewer.delegate->controls()->volume(), quint64(80));
-        QTest::keyClick(focus, Qt::Key_F);
-        QVERIFY(viewer.window()->isFullScreen());
-        QTest::keyClick(focus, Qt::Key_F);
-        QVERIFY(!viewer.window()->isFullScreen());
-        // Ten seconds on from a short recording is its end.
-        QTest::keyClick(focus, Qt::Key_Right);
-        QTRY_VERIFY(viewer.player1()->position() >= 0.998f);
         // Return on the list plays the selected row.
         viewer.ui().mediaListTableView->selectOnlyRow(2);
         QTest::keyClick(focus, Qt::Key_Return);
@@ -129,6 +114,8 @@ private slots:
         QTest::newRow("--help") << QStringList{"--help"} << 0 << QByteArray("Usage: ");
         QTest::newRow("unknown option") << QStringList{"--help", "--fast"} << 2 << QByteArray();
         QTest::newRow("--play not a number") << QStringList{"--play", "x"} << 2 << QByteArray();
+        QTest::newRow("--play without a folder") << QStringList{"--play", "0"} << 2 << QByteArray();
+        QTest::newRow("--play below 0") << QStringList{"--play=-1", "/tmp"} << 2 << QByteArray();
         QTest::newRow("two folders") << QStringList{"/tmp", "/var"} << 2 << QByteArray();
         QTest::newRow("--lang unknown") << QStringList{"--lang", "de"} << 2 << QByteArray();
     }
@@ -149,6 +136,47 @@ private slots:
             QVERIFY2(result.out.startsWith(out), result.out.constData());
         else
             QVERIFY(result.err.startsWith("kavro-viewer: ") && result.err.count('\n') == 1);
+    }
+
+    // The program started on the card plays the row --play names, in full screen once it plays;
+    // a row past the last opens nothing. What it does is read from its log.
+    void theProgramPlaysTheRowItIsTold_data()
+    {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<QByteArray>("opened"); // empty: nothing
+        QTest::newRow("row 1") << "1" << QByteArray("opening row 1: ");
+        QTest::newRow("past the last") << "99" << QByteArray();
+    }
+
+    void theProgramPlaysTheRowItIsTold()
+    {
+        QFETCH(QString, row);
+        QFETCH(QByteArray, opened);
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_LOGGING_RULES", "kavro.app*=true");
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(KAVRO_VIEWER_PATH),
+                      {m_card.root, "--play", row, "--full-screen"});
+        const auto kill = qScopeGuard([&program] {
+            program.kill();
+            program.waitForFinished();
+        });
+        QByteArray log;
+        const auto logged = [&](const QByteArray& line) {
+            log += program.readAllStandardError();
+            return log.contains(line);
+        };
+        // Once the list is read, the row is chosen and opened in one go.
+        QTRY_VERIFY2_WITH_TIMEOUT(logged("selectedRow="), log.constData(), test::StartWaitMs);
+        if (opened.isEmpty()) {
+            QTest::qWait(300);
+            QVERIFY2(!logged("opening row") && !logged("fullScreen"), log.constData());
+        } else {
+            QTRY_VERIFY2_WITH_TIMEOUT(logged(opened), log.constData(), test::StartWaitMs);
+            QTRY_VERIFY2_WITH_TIMEOUT(logged("fullScreen=1"), log.constData(), test::StartWaitMs);
+        }
+        QCOMPARE(program.state(), QProcess::Running);
     }
 
     // The choice is kept for the next start and wins over "AppleLanguages"; the window says

@@ -139,14 +139,13 @@ private:
     // The viewer playing the card's longest pair, its snapshot in a folder of the test's own.
     Viewer& playLongestPair()
     {
-        m_viewer = std::make_unique<Viewer>();
         m_opened.clear();
+        if (!startViewer(m_viewer, m_card.root))
+            return *m_viewer;
         KVRCaptureCommands* commands = m_viewer->delegate->captureCommands();
         commands->setSnapshotPath(m_folder.filePath("kavro_capture.jpg"));
         commands->setImageOpener([this](const QString& path) { m_opened << path; });
-        if (!m_viewer->openFolder(m_card.root))
-            return *m_viewer;
-        const QString name = QFileInfo(m_card.path(*m_card.longestPair(), false)).fileName();
+        const QString name = m_card.fileName(*m_card.longestPair(), false);
         m_viewer->playRow(m_viewer->rowOf(name));
         return *m_viewer;
     }
@@ -162,8 +161,7 @@ private:
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
+        m_card.makeInTest();
         QVERIFY(m_folder.isValid());
     }
 
@@ -306,9 +304,8 @@ private slots:
         QTemporaryDir card;
         const QString name = QStringLiteral("event_20250516_081236_F.avi");
         QVERIFY(writeSteadyRecording(card.filePath(name)));
-        m_viewer = std::make_unique<Viewer>();
+        QVERIFY(startViewer(m_viewer, card.path()));
         Viewer& viewer = *m_viewer;
-        QVERIFY(viewer.openFolder(card.path()));
         QVERIFY(viewer.playRow(0));
         viewer.delegate->controls()->clickPlayButton();
         QTRY_VERIFY(!viewer.player1()->isPlaying());

@@ -77,26 +77,6 @@ private slots:
         QVERIFY(pair && pair->frontMedia() && pair->rearMedia());
     }
 
-    void anotherFolderReplacesTheRows()
-    {
-        const QString first = makeFolder("first", {"alwa_20240131_120000_F.avi"});
-        const QString empty = makeFolder("empty", {"readme.txt"});
-        Viewer viewer;
-        QVERIFY(viewer.openFolder(first));
-        QCOMPARE(viewer.model()->rowCount(), 1);
-        viewer.ui().mediaListTableView->selectOnlyRow(0);
-        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), 0);
-
-        QVERIFY(viewer.openFolder(empty));
-        QCOMPARE(viewer.model()->rowCount(), 0);
-        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), -1);
-        // Nothing to play: a double-click on the empty list opens nothing.
-        QTest::mouseDClick(viewer.ui().mediaListTableView->viewport(), Qt::LeftButton);
-        viewer.delegate->changeAndPlay();
-        QCOMPARE(viewer.engine()->mediaIndex(), -1);
-        QVERIFY(!viewer.engine()->waitingForPlayStart());
-    }
-
     void dropUrlsToFolder_data()
     {
         QTest::addColumn<QList<QUrl>>("urls");

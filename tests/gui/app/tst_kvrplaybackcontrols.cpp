@@ -28,18 +28,16 @@ private:
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
+        m_card.makeInTest();
         const camsim::RecordingPlan* longest = m_card.longestPair();
         QVERIFY(longest);
-        m_longestName = QFileInfo(m_card.path(*longest, false)).fileName();
+        m_longestName = m_card.fileName(*longest, false);
     }
 
     // Each test starts on a fresh window playing the longest pair from its start.
     void init()
     {
-        m_viewer = std::make_unique<Viewer>();
-        QVERIFY(m_viewer->openFolder(m_card.root));
+        QVERIFY(test::startViewer(m_viewer, m_card.root));
         m_longestRow = m_viewer->rowOf(m_longestName);
         QVERIFY(m_longestRow >= 0);
         QTRY_COMPARE(m_viewer->window()->frameGeometry().size(), KVRWindowLayout::minWindowSize());
@@ -51,39 +49,40 @@ private slots:
     void speedStaysBetweenOneAndTwo()
     {
         Viewer& viewer = *m_viewer;
+        QWidget* list = viewer.ui().mediaListTableView;
         QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
-        controls()->decreaseSpeed();
+        QTest::keyClick(list, Qt::Key_BracketLeft);
         QCOMPARE(playInfo()->speed(), 1.0);
-        controls()->increaseSpeed();
-        controls()->increaseSpeed();
+        QTest::keyClick(list, Qt::Key_BracketRight);
+        QTest::keyClick(list, Qt::Key_BracketRight);
         QCOMPARE(playInfo()->speed(), 2.0);
         QCOMPARE(viewer.ui().speedTextButton->text(), QString("2.0x"));
         QCOMPARE(viewer.player1()->rate(), 2.0f);
         QCOMPARE(viewer.player2()->rate(), 2.0f);
-        controls()->decreaseSpeed();
+        QTest::keyClick(list, Qt::Key_BracketLeft);
         QCOMPARE(viewer.player2()->rate(), 1.0f);
         QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
     }
 
+    // Ctrl+Up/Down step by ten within 0..200; the slider is dragged.
     void volumeStaysBetweenZeroAndTwoHundred()
     {
         Viewer& viewer = *m_viewer;
-        QCOMPARE(controls()->volume(), quint64(70));
         QWidget* list = viewer.ui().mediaListTableView;
-        controls()->volumeSliderMoved(195);
+        QSlider* slider = viewer.ui().volumeSlider;
+        QCOMPARE(controls()->volume(), quint64(70));
+        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
+        QCOMPARE(controls()->volume(), quint64(80));
+        QCOMPARE(viewer.player1()->audio()->volume(), 80);
+        slider->setValue(195);
+        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
         QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
         QCOMPARE(controls()->volume(), quint64(200));
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(200));
-        QCOMPARE(viewer.ui().volumeSlider->value(), 200);
-        controls()->volumeSliderMoved(5);
+        QCOMPARE(slider->value(), 200);
+        slider->setValue(5);
         QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
         QCOMPARE(controls()->volume(), quint64(0));
-        QCOMPARE(viewer.ui().volumeSlider->value(), 0);
-        // The slider itself, as the person drags it.
-        viewer.ui().volumeSlider->setValue(120);
-        QCOMPARE(controls()->volume(), quint64(120));
-        QCOMPARE(viewer.player1()->audio()->volume(), 120);
+        QCOMPARE(slider->value(), 0);
     }
 
     void jumpsStopAtTheStartAndTheEnd()
@@ -91,9 +90,9 @@ private slots:
         Viewer& viewer = *m_viewer;
         // Shorter than ten seconds: back goes to the start, forward to the end.
         QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 1000, test::StartWaitMs);
-        controls()->jumpBackward();
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Left);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() < 600, 3000);
-        controls()->jumpForward();
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Right);
         QTRY_VERIFY_WITH_TIMEOUT(
             viewer.player1()->position() >= 0.998f && viewer.player2()->position() >= 0.998f, 5000);
     }
@@ -155,6 +154,39 @@ private slots:
         viewer.ui().playButton->click();
         QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
         QVERIFY(viewer.player1()->position() < 0.5f);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
+    }
+
+    // The loaded row chosen again (double-click or Return): paused, it plays from the start;
+    // playing, it goes on.
+    void theLoadedRowChosenAgain_data()
+    {
+        QTest::addColumn<bool>("paused");
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("paused, double-click") << true << false;
+        QTest::newRow("paused, Return") << true << true;
+        QTest::newRow("playing, double-click") << false << false;
+    }
+
+    void theLoadedRowChosenAgain()
+    {
+        QFETCH(bool, paused);
+        QFETCH(bool, byKey);
+        Viewer& viewer = *m_viewer;
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 2000, test::StartWaitMs);
+        if (paused) {
+            viewer.ui().playButton->click();
+            QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        }
+        const qint64 before = viewer.player1()->time().intValue();
+        if (byKey)
+            QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Return);
+        else
+            viewer.doubleClickRow(m_longestRow);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
+        const qint64 after = viewer.player1()->time().intValue();
+        QVERIFY2(paused ? after < before - 800 : after >= before,
+                 qPrintable(QString("%1 -> %2 ms").arg(before).arg(after)));
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
     }
 

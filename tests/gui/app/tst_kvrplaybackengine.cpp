@@ -48,71 +48,80 @@ private:
     test::TinyCard m_card;
     std::unique_ptr<Viewer> m_viewer;
 
-    // The first recording of the card that passes the test.
-    template <typename Test> const RecordingPlan* recording(Test test) const
-    {
-        for (const RecordingPlan& plan : m_card.plan->recordings()) {
-            if (test(plan))
-                return &plan;
-        }
-        return nullptr;
-    }
-
     int rowOf(const RecordingPlan& plan, bool rear) const
     {
-        return m_viewer->rowOf(QFileInfo(m_card.path(plan, rear)).fileName());
+        return m_viewer->rowOf(m_card.fileName(plan, rear));
     }
 
 private slots:
+    // One viewer for all tests (starting one costs more than most tests), back on the card's list
+    // before each.
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
+        m_card.makeInTest();
+        m_viewer = std::make_unique<Viewer>();
     }
 
     void init()
     {
-        m_viewer = std::make_unique<Viewer>();
+        m_viewer->delegate->loading()->setLongestDisplayTime(
+            KVRLoadingController::LongestDisplayTime);
         QVERIFY(m_viewer->openFolder(m_card.root));
         QVERIFY(m_viewer->model()->rowCount() > 4);
     }
 
-    void cleanup() { m_viewer.reset(); }
+    // A row still opening when the next test reopens the list would refuse that test's row.
+    void cleanup()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(!m_viewer->engine()->waitingForPlayStart(), test::StartWaitMs);
+    }
+
+    void cleanupTestCase() { m_viewer.reset(); }
 
     void playsTheRowLargeAndItsPartnerSmall_data()
     {
         QTest::addColumn<bool>("rearRow");
-        QTest::newRow("front row") << false;
-        QTest::newRow("rear row") << true;
+        QTest::addColumn<bool>("lone"); // a front file without a partner
+        QTest::newRow("front row") << false << false;
+        QTest::newRow("rear row") << true << false;
+        QTest::newRow("lone front row") << false << true;
     }
 
     void playsTheRowLargeAndItsPartnerSmall()
     {
         QFETCH(bool, rearRow);
-        const RecordingPlan* pair = recording([](const RecordingPlan& r) { return r.hasRear; });
-        QVERIFY(pair);
-        const int row = rowOf(*pair, rearRow);
+        QFETCH(bool, lone);
+        const RecordingPlan* plan =
+            m_card.first([lone](const RecordingPlan& r) { return r.hasRear != lone; });
+        QVERIFY(plan);
+        const int row = rowOf(*plan, rearRow);
         QVERIFY(row >= 0);
         Viewer& viewer = *m_viewer;
         QVERIFY(viewer.playRow(row));
 
-        QCOMPARE(viewer.player1()->media().path(), m_card.path(*pair, rearRow));
-        QCOMPARE(viewer.player2()->media().path(), m_card.path(*pair, !rearRow));
+        QCOMPARE(viewer.player1()->media().path(), m_card.path(*plan, rearRow));
         QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row);
         QCOMPARE(viewer.ui().player1BackgroundView->logoImageName(),
                  rearRow ? "v1_rear_logo" : "v1_front_logo");
-        QCOMPARE(viewer.ui().player2BackgroundView->logoImageName(),
-                 rearRow ? "v2_front_logo" : "v2_rear_logo");
         // The pictures themselves: the front camera's frames are the larger ones.
         const QSize front = m_card.plan->options().frontSize;
         const QSize rear = m_card.plan->options().rearSize;
         QCOMPARE(viewer.delegate->video1View()->lastFrame().size(), rearRow ? rear : front);
-        QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
-        QVERIFY(viewer.ui().audioToggleButton->isVisible());
+        QCOMPARE(viewer.ui().audioToggleButton->isVisible(), !lone);
+        QCOMPARE(viewer.engine()->hasRearMedia(), !lone);
+        if (lone) {
+            QVERIFY(viewer.player2()->media().isNull());
+            QVERIFY(!viewer.delegate->video2View()->isVisible());
+        } else {
+            QCOMPARE(viewer.player2()->media().path(), m_card.path(*plan, !rearRow));
+            QCOMPARE(viewer.ui().player2BackgroundView->logoImageName(),
+                     rearRow ? "v2_front_logo" : "v2_rear_logo");
+            QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
+        }
 
         // The telemetry is the front file's, whichever row was chosen.
         KVRBlackBoxData frontData;
-        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*pair, false)));
+        QVERIFY(frontData.ExtractStreamInformation(m_card.path(*plan, false)));
         QVERIFY(!frontData.GSensors().empty());
         QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
         QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);
@@ -120,38 +129,15 @@ private slots:
         QVERIFY(viewer.ui().speedField->text().isEmpty());
         QVERIFY(viewer.engine()->isPlayNextTimerActive());
         QVERIFY(viewer.delegate->playInfo()->isPlaying());
-    }
 
-    void theEndOfAPairOpensTheRowAfterThePartner()
-    {
-        const RecordingPlan* pair = recording([](const RecordingPlan& r) { return r.hasRear; });
-        const int row = rowOf(*pair, false);
-        QVERIFY(row + 2 < m_viewer->model()->rowCount());
-        Viewer& viewer = *m_viewer;
-        QVERIFY(viewer.playRow(row));
+        // Chosen by either row, a pair moves on to the row two places after the chosen one; a
+        // lone file to the next.
+        const int next = row + (lone ? 1 : 2);
+        QVERIFY(next < viewer.model()->rowCount());
         clickSlider(viewer.ui().videoPositionSlider, 0.9);
-        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(row + 2),
-                                  test::StartWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(next), test::StartWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
-        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row + 2);
-    }
-
-    void aLoneFrontRowPlaysAloneAndMovesOnByOne()
-    {
-        const RecordingPlan* lone = recording([](const RecordingPlan& r) { return !r.hasRear; });
-        QVERIFY(lone);
-        const int row = rowOf(*lone, false);
-        QVERIFY(row >= 0 && row + 1 < m_viewer->model()->rowCount());
-        Viewer& viewer = *m_viewer;
-        QVERIFY(viewer.playRow(row));
-        QVERIFY(viewer.player2()->media().isNull());
-        QVERIFY(!viewer.delegate->video2View()->isVisible());
-        QVERIFY(!viewer.ui().audioToggleButton->isVisible());
-        QVERIFY(!viewer.engine()->hasRearMedia());
-
-        clickSlider(viewer.ui().videoPositionSlider, 0.9);
-        QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(row + 1),
-                                  test::StartWaitMs);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), next);
     }
 
     void theLastRowRestsAtItsEnd()
@@ -164,7 +150,7 @@ private slots:
                                      viewer.player1()->position() >= 0.998f,
                                  test::StartWaitMs);
         // The end rule looks once a second and then waits one more.
-        QTest::qWait(3000);
+        QTest::qWait(2500);
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(last));
         QVERIFY(!viewer.engine()->isPlayNextTimerActive());
         QVERIFY(!viewer.delegate->playInfo()->isPlaying());
@@ -225,7 +211,7 @@ private slots:
         QFETCH(bool, frontAudio);
         QFETCH(bool, rearAudio);
         QFETCH(int, direction);
-        const RecordingPlan* pair = recording([&](const RecordingPlan& r) {
+        const RecordingPlan* pair = m_card.first([&](const RecordingPlan& r) {
             return r.hasRear && r.frontAudio == frontAudio && r.rearAudio == rearAudio;
         });
         if (!pair)
@@ -260,18 +246,38 @@ private slots:
         // A RIFF header that promises an AVI file, and nothing playable behind it.
         static constexpr char junk[] = "RIFF\x10\0\0\0AVI junk that is no video";
         QVERIFY(test::writeFile(broken, QByteArray(junk, sizeof junk - 1)));
-        QVERIFY(QFile::copy(m_card.path(*recording([](auto& r) { return !r.hasRear; }), false),
+        QVERIFY(QFile::copy(m_card.path(*m_card.first([](auto& r) { return !r.hasRear; }), false),
                             dir.filePath("alwa_20240102_000000_F.avi")));
         Viewer& viewer = *m_viewer;
-        viewer.delegate->loading()->setLongestDisplayTime(3.0);
+        viewer.delegate->loading()->setLongestDisplayTime(1.5);
         QVERIFY(viewer.openFolder(dir.path()));
         viewer.doubleClickRow(0);
         QTRY_VERIFY_WITH_TIMEOUT(!viewer.ui().statusField->text().isEmpty(), test::StartWaitMs);
         QVERIFY(viewer.ui().statusField->text().contains("alwa_20240101_000000_F.avi"));
         QVERIFY(!viewer.engine()->waitingForPlayStart());
         QVERIFY(!viewer.ui().progressIndicator->isVisible());
-        // The person can go on with another recording.
+        // The person can go on with another recording, given the usual time to start.
+        viewer.delegate->loading()->setLongestDisplayTime(KVRLoadingController::LongestDisplayTime);
         QVERIFY(viewer.playRow(1));
+        QVERIFY(viewer.ui().statusField->text().isEmpty());
+    }
+
+    // A pair whose rear file is empty: the front plays alone, as a lone front row does.
+    void aBrokenPartnerLeavesTheMainPlayingAlone()
+    {
+        const RecordingPlan* pair = m_card.first([](const RecordingPlan& r) { return r.hasRear; });
+        QTemporaryDir dir;
+        const QString front = m_card.fileName(*pair, false);
+        QVERIFY(QFile::copy(m_card.path(*pair, false), dir.filePath(front)));
+        QVERIFY(test::writeFile(dir.filePath(m_card.fileName(*pair, true)), {}));
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.openFolder(dir.path()));
+        QCOMPARE(viewer.model()->rowCount(), 2);
+        viewer.doubleClickRow(viewer.rowOf(front));
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player2()->media().isNull() && viewer.playing(),
+                                 test::StartWaitMs);
+        QCOMPARE(viewer.player1()->media().path(), dir.filePath(front));
+        QVERIFY(!viewer.ui().audioToggleButton->isVisible());
         QVERIFY(viewer.ui().statusField->text().isEmpty());
     }
 
@@ -281,11 +287,10 @@ private slots:
     {
         const RecordingPlan* pair = m_card.longestPair();
         QTemporaryDir dir;
-        const QString front = dir.filePath(QFileInfo(m_card.path(*pair, false)).fileName());
+        const QString front = dir.filePath(m_card.fileName(*pair, false));
         const QByteArray whole = test::readFile(m_card.path(*pair, false));
         QVERIFY(test::writeFile(front, whole.left(whole.size() / 2)));
-        QVERIFY(QFile::copy(m_card.path(*pair, true),
-                            dir.filePath(QFileInfo(m_card.path(*pair, true)).fileName())));
+        QVERIFY(QFile::copy(m_card.path(*pair, true), dir.filePath(m_card.fileName(*pair, true))));
         Viewer& viewer = *m_viewer;
         QVERIFY(viewer.openFolder(dir.path()));
         QVERIFY(viewer.playRow(viewer.rowOf(QFileInfo(front).fileName())));
@@ -317,7 +322,7 @@ private slots:
         // front file's last frame.
         const auto cut = CutShortAvi::open(front);
         QVERIFY(cut);
-        QVERIFY(viewer.playRow(viewer.rowOf(QFileInfo(m_card.path(*pair, true)).fileName())));
+        QVERIFY(viewer.playRow(viewer.rowOf(m_card.fileName(*pair, true))));
         viewer.ui().playButton->click();
         QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
         clickSlider(viewer.ui().videoPositionSlider, 0.9);
@@ -340,7 +345,7 @@ private slots:
     void anEmptyFileFailsAtOnceNamingItself()
     {
         QTemporaryDir dir;
-        const QString lone = m_card.path(*recording([](auto& r) { return !r.hasRear; }), false);
+        const QString lone = m_card.path(*m_card.first([](auto& r) { return !r.hasRear; }), false);
         QVERIFY(QFile::copy(lone, dir.filePath("alwa_20240101_000000_F.avi")));
         QVERIFY(test::writeFile(dir.filePath("alwa_20240101_000100_F.avi"), {}));
         QVERIFY(QFile::copy(lone, dir.filePath("alwa_20240101_000200_F.avi")));
@@ -367,6 +372,13 @@ private slots:
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
         QVERIFY(!viewer.engine()->isPlayNextTimerActive());
         QTRY_VERIFY(!viewer.delegate->video1View()->isVisible());
+        QCOMPARE(viewer.model()->rowCount(), 0);
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), -1);
+        // Nothing to play: a double-click or Return on the empty list opens nothing.
+        QTest::mouseDClick(viewer.ui().mediaListTableView->viewport(), Qt::LeftButton);
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Return);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
+        QVERIFY(!viewer.engine()->waitingForPlayStart());
     }
 };
 

@@ -45,8 +45,7 @@ private slots:
     {
         prepareViewerEnvironment();
         prepareMapTests();
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
+        m_card.makeInTest();
     }
 
     void cleanup() { m_viewer.reset(); }
@@ -65,18 +64,15 @@ private slots:
     {
         QFETCH(bool, southWest);
         QFETCH(double, seek);
-        const camsim::RecordingPlan* recording = nullptr;
-        for (const camsim::RecordingPlan& plan : m_card.plan->recordings()) {
-            const double latitude = m_card.plan->driveOf(plan).route.originLatitude;
-            if ((latitude < 0) == southWest && plan.hasRear) {
-                recording = &plan;
-                break;
-            }
-        }
+        const camsim::RecordingPlan* recording =
+            m_card.first([&](const camsim::RecordingPlan& plan) {
+                return (m_card.plan->driveOf(plan).route.originLatitude < 0) == southWest &&
+                       plan.hasRear;
+            });
         QVERIFY(recording);
-        Viewer& viewer = startViewer();
-        QVERIFY(viewer.openFolder(m_card.root));
-        const QString name = QFileInfo(m_card.path(*recording, false)).fileName();
+        QVERIFY(test::startViewer(m_viewer, m_card.root));
+        Viewer& viewer = *m_viewer;
+        const QString name = m_card.fileName(*recording, false);
         QVERIFY(viewer.playRow(viewer.rowOf(name)));
 
         // Pause, then drag the slider as a person would.
@@ -147,27 +143,14 @@ private slots:
                                   double(viewer.player1()->position()), 10000);
     }
 
-    // The map pane is the right column's other face, with the page loaded at start-up.
-    void theMapPaneSharesTheRightColumn()
-    {
-        Viewer& viewer = startViewer();
-        KVRMapView* map = viewer.delegate->mapWebView();
-        QVERIFY(map);
-        QCOMPARE(map->parentWidget(), viewer.ui().mapContainerTopView);
-        QVERIFY(waitForPage(*map));
-        QVERIFY(!map->isVisible());
-        QTest::mouseClick(viewer.ui().informationButtonImageView, Qt::LeftButton);
-        QTRY_VERIFY(map->isVisible());
-        QVERIFY(map->width() > 200 && map->height() > 200);
-        QVERIFY(!viewer.ui().mediaListTableView->isVisible());
-    }
-
     void aRecordingWithoutGpsTellsThePageAtEveryChange()
     {
         QTemporaryDir folder;
         QVERIFY(writeRecordingWithoutGps(
             folder.filePath(QStringLiteral("alwa_20250516_081236_F.avi"))));
-        Viewer& viewer = startViewer();
+        m_viewer = std::make_unique<Viewer>();
+        Viewer& viewer = *m_viewer;
+        // The page is loaded at start-up, before any recording.
         KVRMapView& map = *viewer.delegate->mapWebView();
         QVERIFY(waitForPage(map));
         QVERIFY(viewer.openFolder(folder.path()));
@@ -195,12 +178,6 @@ private slots:
     }
 
 private:
-    Viewer& startViewer()
-    {
-        m_viewer = std::make_unique<Viewer>();
-        return *m_viewer;
-    }
-
     TinyCard m_card;
     std::unique_ptr<Viewer> m_viewer;
 };

@@ -1,4 +1,5 @@
 #include "appfixture.h"
+#include "map/kvrmapview.h"
 
 #include <QMenuBar>
 #include <QMouseEvent>
@@ -136,6 +137,8 @@ private slots:
         QCOMPARE(m_viewer->delegate->layout()->rightViewMode(), KVRWindowLayout::MapMode);
         QVERIFY(ui.mapContainerView->isVisible());
         QVERIFY(!ui.mediaListTableView->isVisible());
+        QCOMPARE(m_viewer->delegate->mapWebView()->parentWidget(), ui.mapContainerTopView);
+        QVERIFY(m_viewer->delegate->mapWebView()->isVisible());
         QCOMPARE(in(ui.mapContainerView), ui.mediaListBox->rect());
         QCOMPARE(in(ui.mapContainerBottomView).height(), 57);
         QCOMPARE(in(ui.mapContainerBottomView).bottom(), ui.mapContainerView->height() - 1);

@@ -2,6 +2,7 @@
 // and the save panel's file gets the 19 bytes without losing what followed them.
 
 #include "card/kvrtimesetupcontroller.h"
+#include "fusecard.h"
 #include "resources/translations/infoplisttranslator.h"
 #include "testsupport.h"
 #include "widgets/tkclockpicker.h"
@@ -9,11 +10,13 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimeEdit>
@@ -124,29 +127,60 @@ private slots:
         QCOMPARE(m_window->selectedTime().time(), QTime(7, 4, 9));
     }
 
+    // A full card still takes the clock file over the old one, where it needs no new room; a new
+    // file finds none, and a write-protected card takes nothing. The confirmation comes all the
+    // same and the reason goes to the log.
     void savedToTheChosenFile_data()
     {
         QTest::addColumn<QByteArray>("before"); // "-": no file
+        QTest::addColumn<QString>("card");      // empty: a folder on disk
         QTest::addColumn<bool>("cancel");
-        QTest::addColumn<QByteArray>("after");
-        QTest::newRow("new file") << QByteArray("-") << false << QByteArray("2027/03/05 07:04:09");
-        QTest::newRow("longer file keeps its tail")
-            << QByteArray("2020/01/01 00:00:00 extra\n") << false
-            << QByteArray("2027/03/05 07:04:09 extra\n");
-        QTest::newRow("shorter file")
-            << QByteArray("12345") << false << QByteArray("2027/03/05 07:04:09");
-        QTest::newRow("cancelled") << QByteArray("old") << true << QByteArray("old");
+        QTest::addColumn<QByteArray>("after"); // empty: no file
+        QTest::addColumn<bool>("logged");
+        const QByteArray old = "2020/01/01 00:00:00 extra\n", fresh = "2027/03/05 07:04:09";
+        QTest::newRow("new file") << QByteArray("-") << "" << false << fresh << false;
+        QTest::newRow("longer file keeps its tail") << old << "" << false << fresh + " extra\n"
+                                                    << false;
+        QTest::newRow("shorter file") << QByteArray("12345") << "" << false << fresh << false;
+        QTest::newRow("cancelled") << old << "" << true << old << false;
+        QTest::newRow("full card, file there") << old << "full" << false << fresh + " extra\n"
+                                               << false;
+        QTest::newRow("full card, new file")
+            << QByteArray("-") << "full" << false << QByteArray() << true;
+        QTest::newRow("write-protected card") << old << "ro" << false << old << true;
     }
 
     void savedToTheChosenFile()
     {
         QFETCH(QByteArray, before);
+        QFETCH(QString, card);
         QFETCH(bool, cancel);
         QFETCH(QByteArray, after);
+        QFETCH(bool, logged);
         QTemporaryDir dir;
-        const QString path = dir.filePath("timeset.cfg");
+        QString folder = dir.filePath("stage");
+        QVERIFY(QDir().mkpath(folder));
         if (before != "-")
-            QVERIFY(test::writeFile(path, before));
+            QVERIFY(test::writeFile(folder + "/timeset.cfg", before));
+        test::FuseCard fuseCard;
+        if (!card.isEmpty()) {
+            const QString image = dir.filePath("card.img"), mount = dir.filePath("mnt");
+            QString error;
+            bool ready = fuseCard.insert(image, folder, 1, mount, &error);
+            if (ready && card == "full") {
+                ready = fuseCard.fill("fill");
+            } else if (ready) {
+                fuseCard.pull();
+                ready = fuseCard.mount(image, mount, &error, true);
+            }
+            QVERIFY2(ready, qPrintable(error));
+            folder = mount;
+        }
+        const QString path = folder + "/timeset.cfg";
+        // Expected and not seen fails the test, as does seen and not expected.
+        const QRegularExpression warning("^clock file not written to " +
+                                         QRegularExpression::escape(path) + ": .+");
+        logged ? QTest::ignoreMessage(QtWarningMsg, warning) : QTest::failOnWarning(warning);
 
         QTest::keyClick(m_window.get(), Qt::Key_S, Qt::ControlModifier);
         auto* panel = qobject_cast<QFileDialog*>(visibleChild(m_window.get(), "QFileDialog"));
@@ -158,30 +192,36 @@ private slots:
             QVERIFY(!visibleChild(m_window.get(), "QMessageBox"));
             QVERIFY(m_window->isVisible());
         } else {
-            panel->selectFile(path);
-            // An existing file is replaced only after the panel's own question is answered.
-            bool asked = false;
-            QTimer::singleShot(0, panel, [&asked] {
-                if (auto* question =
-                        qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                    asked = true;
-                    question->button(QMessageBox::Yes)->click();
-                }
-            });
-            static_cast<QDialog*>(panel)->accept();
-            QCOMPARE(asked, before != "-");
-            QTRY_VERIFY_WITH_TIMEOUT(visibleChild(m_window.get(), "QMessageBox"), WaitMs);
-            auto* alert = static_cast<QMessageBox*>(visibleChild(m_window.get(), "QMessageBox"));
-            QCOMPARE(alert->text(), "KAVRO");
-            QCOMPARE(alert->informativeText(), "The clock file was saved. Put the card into the "
-                                               "camera to set its clock.");
-            QTest::keyClick(alert, Qt::Key_Return);
-            QTRY_VERIFY_WITH_TIMEOUT(!m_window->isVisible(), WaitMs);
+            saveThroughPanel(panel, path, before != "-");
         }
+        QCOMPARE(QFileInfo::exists(path), !after.isEmpty());
         QCOMPARE(test::readFile(path), after);
     }
 
 private:
+    // Chooses the file, answers the panel's question about replacing it, and dismisses the
+    // confirmation, which closes the window.
+    void saveThroughPanel(QFileDialog* panel, const QString& path, bool exists)
+    {
+        panel->selectFile(path);
+        bool asked = false;
+        QTimer::singleShot(0, panel, [&asked] {
+            if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                asked = true;
+                question->button(QMessageBox::Yes)->click();
+            }
+        });
+        static_cast<QDialog*>(panel)->accept();
+        QCOMPARE(asked, exists);
+        QTRY_VERIFY_WITH_TIMEOUT(visibleChild(m_window.get(), "QMessageBox"), WaitMs);
+        auto* alert = static_cast<QMessageBox*>(visibleChild(m_window.get(), "QMessageBox"));
+        QCOMPARE(alert->text(), "KAVRO");
+        QCOMPARE(alert->informativeText(), "The clock file was saved. Put the card into the "
+                                           "camera to set its clock.");
+        QTest::keyClick(alert, Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_window->isVisible(), WaitMs);
+    }
+
     std::unique_ptr<KVRTimeSetupController> m_window;
 };
 

@@ -76,26 +76,7 @@ class TestInfoPlist : public QObject
 private slots:
     void initTestCase() { kavro::test::isolatedConfigHome(); }
 
-    void languageFromPreferredLanguages_data()
-    {
-        QTest::addColumn<QStringList>("preferred");
-        QTest::addColumn<QString>("language");
-        QTest::newRow("Korean") << QStringList{"ko"} << "ko";
-        QTest::newRow("Korean with region") << QStringList{"ko-KR"} << "ko";
-        QTest::newRow("locale spelling, upper case") << QStringList{"KO_kr"} << "ko";
-        QTest::newRow("first choice decides") << QStringList{"en", "ko"} << "en";
-        QTest::newRow("another language") << QStringList{"de-DE", "ko"} << "en";
-        QTest::newRow("merely starts with ko") << QStringList{"kok"} << "en";
-        QTest::newRow("nothing preferred") << QStringList{} << "en";
-    }
-
-    void languageFromPreferredLanguages()
-    {
-        QFETCH(QStringList, preferred);
-        QFETCH(QString, language);
-        QCOMPARE(kavro::infoPlistLanguage(preferred), language);
-    }
-
+    // The system's languages count only when the person chose "system"; then the first decides.
     void languageForChoice_data()
     {
         QTest::addColumn<QString>("choice");
@@ -104,9 +85,14 @@ private slots:
         QTest::newRow("no choice is English") << "" << QStringList{"ko-KR"} << "en";
         QTest::newRow("English") << "en" << QStringList{"ko-KR"} << "en";
         QTest::newRow("Korean") << "ko" << QStringList{"de-DE"} << "ko";
-        QTest::newRow("system in Korean") << "system" << QStringList{"ko-KR", "en"} << "ko";
-        QTest::newRow("system in another") << "system" << QStringList{"de-DE", "ko"} << "en";
         QTest::newRow("unknown choice") << "klingon" << QStringList{"ko"} << "en";
+        QTest::newRow("system: Korean") << "system" << QStringList{"ko"} << "ko";
+        QTest::newRow("system: with region") << "system" << QStringList{"ko-KR", "en"} << "ko";
+        QTest::newRow("system: locale spelling") << "system" << QStringList{"KO_kr"} << "ko";
+        QTest::newRow("system: first decides") << "system" << QStringList{"en", "ko"} << "en";
+        QTest::newRow("system: another") << "system" << QStringList{"de-DE", "ko"} << "en";
+        QTest::newRow("system: merely starts with ko") << "system" << QStringList{"kok"} << "en";
+        QTest::newRow("system: nothing") << "system" << QStringList{} << "en";
     }
 
     void languageForChoice()

@@ -213,64 +213,6 @@ private slots:
         QCOMPARE(player->state(), VLCMediaPlayerStatePaused);
     }
 
-    void seeksJumpsAndRate()
-    {
-        auto player = startPlayer(m_clips.front);
-        QTRY_VERIFY_WITH_TIMEOUT(player->isPlaying() && player->isSeekable(), kWaitMs);
-        player->setRate(2.0f);
-        QCOMPARE(player->rate(), 2.0f);
-        player->setRate(1.0f);
-        QCOMPARE(player->rate(), 1.0f);
-
-        auto near = [&](qint64 expected) {
-            const qint64 t = player->time().intValue();
-            return t >= expected && t < expected + 600;
-        };
-        player->setTime(VLCTime(1500));
-        QTRY_VERIFY_WITH_TIMEOUT(near(1500), kWaitMs);
-        player->jumpBackward(1);
-        QTRY_VERIFY_WITH_TIMEOUT(near(500), kWaitMs);
-        player->jumpBackward(10); // kept at the start
-        QTRY_VERIFY_WITH_TIMEOUT(near(0), kWaitMs);
-        player->jumpForward(1);
-        QTRY_VERIFY_WITH_TIMEOUT(near(1000), kWaitMs);
-        player->setPosition(0.5f);
-        QTRY_VERIFY_WITH_TIMEOUT(player->position() >= 0.5f && player->position() < 0.7f, kWaitMs);
-        player->jumpForward(10); // kept at the end, where the player comes to rest
-        QTRY_COMPARE_WITH_TIMEOUT(player->state(), VLCMediaPlayerStatePaused, kWaitMs);
-        QVERIFY(player->position() >= 0.998f);
-    }
-
-    void audioTracksTellWhetherTheFileHasSound_data()
-    {
-        QTest::addColumn<bool>("withSound");
-        QTest::newRow("with sound") << true;
-        QTest::newRow("without sound") << false;
-    }
-
-    void audioTracksTellWhetherTheFileHasSound()
-    {
-        QFETCH(bool, withSound);
-        auto player = startPlayer(withSound ? m_clips.front : m_clips.rear);
-        QTRY_VERIFY_WITH_TIMEOUT(!player->lastFrame().isNull(), kWaitMs);
-        if (withSound)
-            QTRY_COMPARE_WITH_TIMEOUT(player->audioTrackIndexes().size(), 1, kWaitMs);
-        else
-            QVERIFY(player->audioTrackIndexes().isEmpty());
-
-        // The silent output of the tests accepts these without a mixer; playback goes on.
-        player->audio()->setMute(true);
-        player->audio()->setVolume(250);
-        QCOMPARE(player->audio()->volume(), 200);
-        QVERIFY(player->isPlaying());
-
-        // The same player, given the other file, tells the other answer.
-        player->setMedia(VLCMedia::mediaWithPath(withSound ? m_clips.rear : m_clips.front));
-        player->play();
-        QTRY_VERIFY_WITH_TIMEOUT(player->isPlaying() && !player->lastFrame().isNull(), kWaitMs);
-        QTRY_COMPARE_WITH_TIMEOUT(player->audioTrackIndexes().size(), withSound ? 0 : 1, kWaitMs);
-    }
-
     void snapshotWritesTheShownFrame()
     {
         VLCMediaPlayer idle;

@@ -32,6 +32,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QSlider>
@@ -82,6 +83,23 @@ struct TinyCard
         return dir.isValid() && generator.generate(error);
     }
 
+    // For initTestCase, which fails when the card cannot be made.
+    void makeInTest()
+    {
+        QString error;
+        QVERIFY2(make(&error), qPrintable(error));
+    }
+
+    // The first recording that passes the test.
+    template <typename Test> const camsim::RecordingPlan* first(Test test) const
+    {
+        for (const camsim::RecordingPlan& recording : plan->recordings()) {
+            if (test(recording))
+                return &recording;
+        }
+        return nullptr;
+    }
+
     // The longest front/rear pair: time enough to act on it while it plays.
     const camsim::RecordingPlan* longestPair() const
     {
@@ -96,6 +114,12 @@ struct TinyCard
     QString path(const camsim::RecordingPlan& recording, bool rear) const
     {
         return QDir(root).filePath(plan->relativePath(recording, rear));
+    }
+
+    // The name the list shows for the file.
+    QString fileName(const camsim::RecordingPlan& recording, bool rear) const
+    {
+        return QFileInfo(path(recording, rear)).fileName();
     }
 };
 
@@ -201,5 +225,13 @@ public:
 
     std::unique_ptr<KVRAppDelegate> delegate;
 };
+
+// A new viewer in place of the last one, showing the folder's list.
+inline bool startViewer(std::unique_ptr<Viewer>& viewer, const QString& folder)
+{
+    viewer.reset();
+    viewer = std::make_unique<Viewer>();
+    return viewer->openFolder(folder);
+}
 
 } // namespace kavro::test
