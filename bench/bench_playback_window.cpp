@@ -24,7 +24,7 @@
 #include <QMouseEvent>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QThread>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -90,6 +90,15 @@ double cpuSecondsOfThisProcess()
            (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
+// Runs the event loop as the viewer runs it (no polling of ours counted as the viewer's CPU)
+// for the given time.
+void wait(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
 // Runs the event loop until the condition holds or the time is up.
 template <typename Condition> bool waitFor(Condition condition, int ms)
 {
@@ -98,15 +107,9 @@ template <typename Condition> bool waitFor(Condition condition, int ms)
     while (!condition()) {
         if (clock.elapsed() > ms)
             return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        QThread::msleep(2);
+        wait(5);
     }
     return true;
-}
-
-void wait(int ms)
-{
-    waitFor([] { return false; }, ms);
 }
 
 void sendMouse(QWidget* widget, QEvent::Type type, const QPoint& at)
@@ -203,12 +206,10 @@ public:
     KVRAppDelegate* delegate() const { return m_delegate.get(); }
 
 private:
-    // The time code is read at the recording's own size; the small player renders smaller.
+    // The time code is read at the recording's own size, which lastFrame gives.
     static std::optional<int> frameNumber(const VLCMediaPlayer* player)
     {
-        const QSize size = player->media().isRearMedia() ? RearSize : FrontSize;
-        return camsim::TimeCode::read(
-            player->lastFrame().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        return camsim::TimeCode::read(player->lastFrame());
     }
 
     std::unique_ptr<KVRAppDelegate> m_delegate;
@@ -325,8 +326,8 @@ int main(int argc, char** argv)
     const double before = cpuSecondsOfThisProcess();
     wait(CpuSeconds * 1000);
     const double viewerCpu = cpuSecondsOfThisProcess() - before;
-    const QSize size1 = delegate->player1()->videoSize();
-    const QSize size2 = delegate->player2()->videoSize();
+    const QSize size1 = delegate->player1()->renderedSize();
+    const QSize size2 = delegate->player2()->renderedSize();
     engine->stopPlay();
     const QString reference =
         QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("plain_players"));

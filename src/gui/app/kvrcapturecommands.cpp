@@ -183,7 +183,7 @@ void KVRCaptureCommands::exportFramePdf()
     if (m_player1->media().isNull())
         return;
     // The frame and its telemetry as they are now; playback goes on while the dialog is open.
-    const QImage frame = m_player1->lastFrame();
+    const QImage frame = m_player1->frameAtVideoSize();
     if (frame.isNull())
         return;
     const QStringList caption = frameCaption();

@@ -8,7 +8,9 @@
 #include "kvrpartnerslave.h"
 #include "kvrplaybackcontrols.h"
 #include "kvrplayinfo.h"
+#include "kvrplaynexttimer.h"
 #include "kvrpositionslider.h"
+#include "kvrrendersizefollower.h"
 #include "kvrvideocontainerview.h"
 #include "kvrwindowlayout.h"
 #include "player/vlcmediaplayer.h"
@@ -30,7 +32,6 @@ namespace kavro {
 
 namespace {
 
-constexpr int PlayNextIntervalMs = 1000;
 constexpr double StartResyncDelay = 0.3;
 constexpr int SwapRestoreMs = 800;
 constexpr int SwapDoneMs = 1700;
@@ -47,14 +48,6 @@ bool isPaused(const VLCMediaPlayer* player)
     return player->state() == VLCMediaPlayerStatePaused;
 }
 
-// A player that rests on its last frame; a backend that ends instead of pausing counts too.
-bool restsAtEnd(const VLCMediaPlayer* player)
-{
-    const VLCMediaPlayerState state = player->state();
-    return (state == VLCMediaPlayerStatePaused || state == VLCMediaPlayerStateEnded) &&
-           player->position() >= KVRPlaybackEngine::EndPosition;
-}
-
 } // namespace
 
 KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players,
@@ -62,8 +55,26 @@ KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players
                                      QObject* parent)
     : QObject(parent), m_ui(ui), m_players(players), m_playInfo(playInfo), m_rows(rows),
       m_blackBoxData(std::make_unique<KVRBlackBoxData>()),
-      m_slave(new KVRPartnerSlave(players.player1, players.player2, this))
+      m_slave(new KVRPartnerSlave(players.player1, players.player2, this)),
+      m_renderSizes(new KVRRenderSizeFollower(ui.videoContainerView, players.player1,
+                                              ui.subVideoContainerView, players.player2, this)),
+      m_playNextTimer(new KVRPlayNextTimer(players.player1, this))
 {
+    connect(m_playNextTimer, &KVRPlayNextTimer::recordingLost, this, [this] {
+        qCWarning(lcApp) << "the recording can no longer be read:" << m_openingFileName;
+        failRecording();
+    });
+    connect(m_playNextTimer, &KVRPlayNextTimer::partnerLost, this, [this] {
+        // Held, both players wait for each other: the partner goes once the hold is over.
+        if (m_slave->holding())
+            return;
+        emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') +
+                           QFileInfo(m_players.player2->media().path()).fileName());
+        dropPartner("the partner can no longer be read:");
+        chooseAudioAuto();
+        m_controls->updateAudioUI();
+    });
+    connect(m_playNextTimer, &KVRPlayNextTimer::endReached, this, &KVRPlaybackEngine::playNext);
     m_slave->setMayCorrect([this] { return !m_moving && !m_swapping && !m_waitingForPlayStart; });
     m_blackBoxData->setWaitAfterReading(true);
     // The recording a driver most needs is often the one a crash cut short.
@@ -103,7 +114,7 @@ bool KVRPlaybackEngine::hasAudio(const VLCMediaPlayer* player)
 
 bool KVRPlaybackEngine::isPlayNextTimerActive() const
 {
-    return m_playStopTimer && m_playStopTimer->isActive();
+    return m_playNextTimer->isActive();
 }
 
 void KVRPlaybackEngine::setMoving(bool moving, double position)
@@ -121,7 +132,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     m_waitingForPlayStart = true;
     const quint64 opening = ++m_opening;
     m_slave->cancelHold();
-    stopTimerPlayNext();
+    m_playNextTimer->stop();
 
     VLCMediaPlayer* player1 = m_players.player1;
     VLCMediaPlayer* player2 = m_players.player2;
@@ -138,8 +149,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     qCInfo(lcApp, "opening row %lld: %s", index, qUtf8Printable(m_openingFileName));
     m_ui.mediaListTableView->selectOnlyRow(index);
     updateVideoUI();
-    m_playingFile = RecordingFileCheck(player1->media().path());
-    m_partnerFile = RecordingFileCheck(player2->media().path());
+    m_playNextTimer->watchFiles(player1->media().path(), player2->media().path());
     emit statusMessage(QString());
     m_loading->showLoading(QStringLiteral("Loading..."));
 
@@ -161,13 +171,15 @@ void KVRPlaybackEngine::updateVideoUI()
     if (!media)
         return;
     const std::optional<KVRMediaPair> pair = m_rows->findMediaPairWithFileName(media->mediaName());
+    // Each picture is rendered at the size it is shown, from its first frame on.
+    m_renderSizes->apply();
     m_players.player1->setMedia(VLCMedia::mediaWithPath(media->path()));
 
     KVRMediaPtr partner;
     if (pair)
         partner = media->isRearMedia() ? pair->frontMedia() : pair->rearMedia();
     if (partner) {
-        setPartnerMedia(VLCMedia::mediaWithPath(partner->path()));
+        m_players.player2->setMedia(VLCMedia::mediaWithPath(partner->path()));
     } else {
         m_players.player2->stop();
         m_players.player2->setMedia(VLCMedia());
@@ -184,14 +196,6 @@ void KVRPlaybackEngine::updateVideoUI()
     m_ui.audioToggleButton->setVisible(twoPlayers);
 }
 
-void KVRPlaybackEngine::setPartnerMedia(const VLCMedia& media)
-{
-    // The small picture is rendered at the size it is shown, in device pixels.
-    const KVRVideoContainerView* smallArea = m_ui.subVideoContainerView;
-    m_players.player2->setRenderSizeLimit(smallArea->size() * smallArea->devicePixelRatioF());
-    m_players.player2->setMedia(media);
-}
-
 void KVRPlaybackEngine::completeOpening(quint64 opening)
 {
     if (opening != m_opening)
@@ -206,7 +210,6 @@ void KVRPlaybackEngine::completeOpening(quint64 opening)
         m_players.player2->play();
         m_hasRearMedia = true;
     }
-    m_bPlayNext = false;
 }
 
 void KVRPlaybackEngine::initMediaControlView()
@@ -287,8 +290,7 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
     if (m_waitingForPlayStart) {
         m_waitingForPlayStart = false;
         didStartPlayer();
-        startTimerPlayNext();
-        m_preparingPlayNext = false;
+        m_playNextTimer->start();
         // The two files open at their own pace; without this the small picture would run a
         // few frames apart for the whole recording.
         m_alignAtResync = true;
@@ -322,7 +324,7 @@ void KVRPlaybackEngine::mediaPlayerTimeChanged(VLCMediaPlayer* player)
     if (player == m_players.player2)
         pauseReopenedPartner();
     updateVideoViewsVisibility();
-    m_preparingPlayNext = false;
+    m_playNextTimer->playerMoved();
     if (!m_loading->stopVideoLoadingView()) {
         m_loading->hideLoading();
         chooseAudioAuto();
@@ -450,7 +452,7 @@ void KVRPlaybackEngine::placePairOnOneFrame()
 void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds, bool playing)
 {
     VLCMediaPlayer* player2 = m_players.player2;
-    setPartnerMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
+    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
     player2->play();
     // libVLC takes a pause only once the file plays; a paused window pauses it then, there.
     m_partnerPauseAt = playing ? -1 : milliseconds;
@@ -467,50 +469,9 @@ void KVRPlaybackEngine::pauseReopenedPartner()
     m_partnerPauseAt = -1;
 }
 
-void KVRPlaybackEngine::startTimerPlayNext()
-{
-    stopTimerPlayNext();
-    m_playStopTimer = new QTimer(this);
-    m_playStopTimer->setInterval(PlayNextIntervalMs);
-    connect(m_playStopTimer, &QTimer::timeout, this, &KVRPlaybackEngine::timerPlayNext);
-    m_playStopTimer->start();
-}
-
-void KVRPlaybackEngine::stopTimerPlayNext()
-{
-    delete m_playStopTimer;
-}
-
-void KVRPlaybackEngine::timerPlayNext()
-{
-    if (m_playingFile.lost() || m_players.player1->state() == VLCMediaPlayerStateError) {
-        qCWarning(lcApp) << "the recording can no longer be read:" << m_openingFileName;
-        failRecording();
-        return;
-    }
-    // Held, both players wait for each other: the partner goes once the hold is over.
-    if (!m_slave->holding() && m_partnerFile.lost()) {
-        emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') +
-                           QFileInfo(m_players.player2->media().path()).fileName());
-        dropPartner("the partner can no longer be read:");
-        chooseAudioAuto();
-        m_controls->updateAudioUI();
-    }
-    if (m_preparingPlayNext || !restsAtEnd(m_players.player1))
-        return;
-    m_preparingPlayNext = true;
-    const quint64 opening = m_opening;
-    QTimer::singleShot(PlayNextIntervalMs, this, [this, opening] {
-        if (opening != m_opening || m_bPlayNext)
-            return;
-        m_bPlayNext = true;
-        playNext();
-    });
-}
-
 bool KVRPlaybackEngine::playNext()
 {
-    stopTimerPlayNext();
+    m_playNextTimer->stop();
     const qint64 next = m_mediaIndex + 1 + (m_hasRearMedia ? 1 : 0);
     if (next >= m_rows->count())
         return false; // the last row: playback rests at its end
@@ -564,9 +525,9 @@ void KVRPlaybackEngine::swapPlayer()
     // Fresh media objects: one libVLC media is never in two players at once.
     const QString path1 = player1->media().path();
     const QString path2 = player2->media().path();
-    std::swap(m_playingFile, m_partnerFile);
+    m_playNextTimer->swapFiles();
     player1->setMedia(VLCMedia::mediaWithPath(path2));
-    setPartnerMedia(VLCMedia::mediaWithPath(path1));
+    player2->setMedia(VLCMedia::mediaWithPath(path1));
     player1->play();
     player2->play();
     setLogos();
@@ -604,7 +565,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
 {
     ++m_opening;
     m_slave->cancelHold();
-    stopTimerPlayNext();
+    m_playNextTimer->stop();
     m_players.player1->stop();
     m_players.player1->setMedia(VLCMedia());
     m_players.player2->stop();
@@ -612,8 +573,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_waitingForPlayStart = false;
     m_partnerPauseAt = -1;
     m_mediaIndex = -1;
-    m_playingFile = {};
-    m_partnerFile = {};
+    m_playNextTimer->watchFiles({}, {});
     m_hasRearMedia = false;
     m_playInfo->setIsPlaying(false);
     m_playInfo->setPosition(0);
@@ -630,7 +590,7 @@ void KVRPlaybackEngine::dropPartner(const char* why)
     qCWarning(lcApp) << why << player2->media().path() << "- playing alone";
     player2->stop();
     player2->setMedia(VLCMedia());
-    m_partnerFile = {};
+    m_playNextTimer->watchPartner({});
     m_partnerPauseAt = -1;
     m_ui.audioToggleButton->hide();
     updateVideoViewsVisibility();

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "player/vlcmedia.h"
-#include "recording/recordingfilecheck.h"
 #include "telemetry/kvrblackboxdata.h"
 
 #include <QFutureWatcher>
 #include <QObject>
-#include <QPointer>
 
 #include <memory>
-
-class QTimer;
 
 namespace kavro {
 
@@ -19,6 +15,8 @@ class KVRPartnerSlave;
 class KVRMediaListTableModel;
 class KVRPlayInfo;
 class KVRPlaybackControls;
+class KVRPlayNextTimer;
+class KVRRenderSizeFollower;
 class KVRWindowLayout;
 class VLCMediaPlayer;
 class VLCVideoView;
@@ -112,14 +110,10 @@ private:
     void didFinishPlay();
     void reopenPartnerAt(qint64 milliseconds, bool playing);
     void pauseReopenedPartner();
-    void startTimerPlayNext();
-    void stopTimerPlayNext();
-    void timerPlayNext();
     void failRecording();
     // The small picture's file can't be played: the large one goes on alone.
     void dropPartner(const char* why);
     void setLogos();
-    void setPartnerMedia(const VLCMedia& media);
     // Pauses both players on the frame at the time and lets them go on together.
     void holdPairAt(qint64 milliseconds);
     void placePairOnOneFrame();
@@ -134,17 +128,15 @@ private:
 
     std::unique_ptr<KVRBlackBoxData> m_blackBoxData;
     QFutureWatcher<bool> m_extraction;
-    QPointer<QTimer> m_playStopTimer;
     KVRPartnerSlave* m_slave = nullptr;
+    KVRRenderSizeFollower* m_renderSizes = nullptr;
+    // Checks the large picture's file while it plays (a card pulled out or a file cut short
+    // underneath stops playback instead of moving on) and moves on at the end.
+    KVRPlayNextTimer* m_playNextTimer = nullptr;
 
     qint64 m_mediaIndex = -1;
     // The file of the opening under way, named if it fails whatever row is selected by then.
     QString m_openingFileName;
-    // The large picture's file, checked while it plays: a card pulled out or a file cut short
-    // underneath stops playback on that recording instead of moving on.
-    RecordingFileCheck m_playingFile;
-    // The same for the small picture's file, which only takes the small picture with it.
-    RecordingFileCheck m_partnerFile;
     // Bumped by every opening and by whatever abandons one, so that late completions and
     // delayed moves of an older recording do nothing.
     quint64 m_opening = 0;
@@ -152,8 +144,6 @@ private:
     double m_movingPosition = 0;
     bool m_waitingForPlayStart = false;
     bool m_hasRearMedia = false;
-    bool m_bPlayNext = false;
-    bool m_preparingPlayNext = false;
     bool m_swapping = false;
     bool m_moving = false;
     // The partner was sent to the target of the move under way.

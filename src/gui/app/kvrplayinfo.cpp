@@ -4,6 +4,9 @@ namespace kavro {
 
 void KVRPlayInfo::setIsPlaying(bool playing)
 {
+    // Told at every time change of the player; the buttons change only when this does.
+    if (playing == m_isPlaying)
+        return;
     m_isPlaying = playing;
     emit isPlayingChanged(playing);
 }

@@ -60,10 +60,27 @@ void VLCFrameBuffer::setMedia(libvlc_media_t* media)
         libvlc_media_release(previous);
 }
 
-void VLCFrameBuffer::setSizeLimit(const QSize& limit)
+bool VLCFrameBuffer::setSizeLimit(const QSize& limit)
 {
     QMutexLocker locker(&m_mutex);
     m_sizeLimit = limit;
+    if (m_size.isEmpty() || m_sourceSize.isEmpty())
+        return false;
+    // A pixel or two off is the rounding to even sizes, not worth a restart.
+    const QSize wanted = fittedSize(m_sourceSize, limit);
+    return std::abs(wanted.width() - m_size.width()) > 2 ||
+           std::abs(wanted.height() - m_size.height()) > 2;
+}
+
+QSize VLCFrameBuffer::fittedSize(const QSize& source, const QSize& limit)
+{
+    if (limit.width() <= 1 || limit.height() <= 1)
+        return source;
+    // Larger than the video too: libVLC scales while it converts the colours, in one pass, and
+    // the picture is painted without scaling.
+    QSize size = source.scaled(limit, Qt::KeepAspectRatio).expandedTo(QSize(2, 2));
+    size = size.boundedTo(QSize(int(kMaxSide), int(kMaxSide)));
+    return QSize(size.width() & ~1, size.height() & ~1);
 }
 
 void VLCFrameBuffer::clearPicture()
@@ -74,6 +91,7 @@ void VLCFrameBuffer::clearPicture()
         m_held = -1;
     }
     m_lastFrame = QImage();
+    m_keepPicture = false;
     emit frameReady();
 }
 
@@ -92,6 +110,12 @@ QSize VLCFrameBuffer::frameSize() const
 {
     QMutexLocker locker(&m_mutex);
     return m_size;
+}
+
+QSize VLCFrameBuffer::sourceSize() const
+{
+    QMutexLocker locker(&m_mutex);
+    return m_size.isEmpty() ? QSize() : m_sourceSize;
 }
 
 QSize VLCFrameBuffer::pictureSize(QSize decoded)
@@ -137,17 +161,11 @@ unsigned VLCFrameBuffer::format(char* chroma, unsigned* width, unsigned* height,
         qCWarning(lcVlcPlayer, "refusing a video of %ux%u pixels", *width, *height);
         return 0;
     }
-    QSize size = pictureSize(QSize(int(*width), int(*height)));
-    QSize limit;
+    const QSize source = pictureSize(QSize(int(*width), int(*height)));
+    QSize size;
     {
         QMutexLocker locker(&m_mutex);
-        limit = m_sizeLimit;
-    }
-    if (limit.width() > 1 && limit.height() > 1 &&
-        (size.width() > limit.width() || size.height() > limit.height())) {
-        // libVLC scales while it converts the colours: one pass, and no scaling when painting.
-        size = size.scaled(limit, Qt::KeepAspectRatio).expandedTo(QSize(2, 2));
-        size = QSize(size.width() & ~1, size.height() & ~1);
+        size = fittedSize(source, m_sizeLimit);
     }
     const unsigned w = unsigned(size.width());
     const unsigned h = unsigned(size.height());
@@ -175,6 +193,7 @@ unsigned VLCFrameBuffer::format(char* chroma, unsigned* width, unsigned* height,
     m_front = -1;
     m_held = -1;
     m_size = QSize(int(w), int(h));
+    m_sourceSize = source;
     m_pitch = qsizetype(pitch);
     pitches[0] = unsigned(pitch);
     lines[0] = unsigned(roundUp(h));
@@ -190,6 +209,7 @@ void VLCFrameBuffer::cleanup()
         m_front = -1;
         m_held = -1;
         m_size = QSize();
+        m_sourceSize = QSize();
         m_pitch = 0;
     }
     notifyMainThread();
@@ -235,10 +255,14 @@ void VLCFrameBuffer::takeLatestFrame()
     if (m_front < 0 || !m_planes[m_front]) {
         m_held = -1;
         locker.unlock();
-        m_lastFrame = QImage();
-        emit frameReady();
+        // The image keeps its own plane alive after the output has gone.
+        if (!m_keepPicture) {
+            m_lastFrame = QImage();
+            emit frameReady();
+        }
         return;
     }
+    m_keepPicture = false;
     // The image keeps its plane alive; the decoder leaves it alone while it is held.
     auto* keep = new Plane(m_planes[m_front]);
     const QImage frame(

@@ -43,9 +43,14 @@ public:
     QImage copyFrontFrame() const;
     // The size chosen for the video output, empty when none runs.
     QSize frameSize() const;
-    // Pictures are rendered no larger than this, aspect ratio kept; empty for no limit. Read when
-    // the video output starts.
-    void setSizeLimit(const QSize& limit);
+    // The video's own size as shown (sample aspect applied), empty when no video output runs.
+    QSize sourceSize() const;
+    // Pictures are rendered at the video's size fitted into this, aspect ratio kept; empty for the
+    // video's own size. Read when the video output starts; true when a running output would now
+    // choose another size, so that it is worth starting again.
+    bool setSizeLimit(const QSize& limit);
+    // Main thread: the picture shown stays until the next frame, over a restart of the output.
+    void keepPictureUntilNextFrame() { m_keepPicture = true; }
 
     // Larger frames are refused (the output then fails) rather than allocated.
     static constexpr unsigned kMaxSide = 8192;
@@ -60,6 +65,7 @@ private:
     using Plane = std::shared_ptr<uchar>;
 
     QSize pictureSize(QSize decoded);
+    static QSize fittedSize(const QSize& source, const QSize& limit);
     unsigned format(char* chroma, unsigned* width, unsigned* height, unsigned* pitches,
                     unsigned* lines);
     void cleanup();
@@ -80,11 +86,13 @@ private:
     int m_front = -1; // index of the displayed buffer, -1 before the first frame
     int m_held = -1;  // index of the buffer m_lastFrame shows, -1 for none
     QSize m_sizeLimit;
+    QSize m_sourceSize;
     QSize m_size;
     qsizetype m_pitch = 0;
 
     std::atomic<bool> m_notifyPending{false};
-    QImage m_lastFrame; // main thread only
+    QImage m_lastFrame;         // main thread only
+    bool m_keepPicture = false; // main thread only
 };
 
 } // namespace kavro

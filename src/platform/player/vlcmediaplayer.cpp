@@ -9,6 +9,7 @@
 #include <QBuffer>
 #include <QFileInfo>
 #include <QImageWriter>
+#include <QTemporaryDir>
 
 #include <vlc/vlc.h>
 
@@ -311,17 +312,62 @@ bool VLCMediaPlayer::hasVideoOut() const
 
 QSize VLCMediaPlayer::videoSize() const
 {
+    return m_frames->sourceSize();
+}
+
+QSize VLCMediaPlayer::renderedSize() const
+{
     return m_frames->frameSize();
 }
 
 void VLCMediaPlayer::setRenderSizeLimit(const QSize& limit)
 {
-    m_frames->setSizeLimit(limit);
+    if (m_frames->setSizeLimit(limit) && hasVideoOut() && !restingAtEnd())
+        restartVideoOutput();
+}
+
+void VLCMediaPlayer::restartVideoOutput()
+{
+    // libVLC asks for the picture's format only when its video output starts; taking the video
+    // track away and back starts a new one, while playing from the next key frame.
+    const int track = libvlc_video_get_track(m_player);
+    if (track < 0)
+        return;
+    qCDebug(lcVlcPlayer, "restarting the video output for another picture size");
+    m_frames->keepPictureUntilNextFrame();
+    libvlc_video_set_track(m_player, -1);
+    libvlc_video_set_track(m_player, track);
+    // A paused player decodes the frame it rests on anew only when sent there.
+    if (m_pauseRequested && state() == VLCMediaPlayerStatePaused)
+        setTime(time());
 }
 
 QImage VLCMediaPlayer::lastFrame() const
 {
-    return m_frames->lastFrame().copy();
+    const QImage& frame = m_frames->lastFrame();
+    const QSize video = m_frames->sourceSize();
+    if (frame.isNull() || video.isEmpty() || frame.size() == video)
+        return frame.copy();
+    return frame.scaled(video, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage VLCMediaPlayer::frameAtVideoSize() const
+{
+    QImage frame = m_frames->copyFrontFrame();
+    const QSize video = m_frames->sourceSize();
+    if (frame.isNull() || video.isEmpty() || frame.size() == video)
+        return frame;
+    // Rendered at the size it is shown: the decoded picture itself, which libVLC writes out.
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("frame.png"));
+    if (folder.isValid() &&
+        libvlc_video_take_snapshot(m_player, 0, QFile::encodeName(path).constData(), 0, 0) == 0) {
+        const QImage decoded(path);
+        if (!decoded.isNull())
+            return decoded.convertToFormat(QImage::Format_RGB32);
+    }
+    qCDebug(lcVlcPlayer) << "no snapshot from libVLC; scaling the rendered picture";
+    return frame.scaled(video, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 const QImage& VLCMediaPlayer::shownFrame() const
@@ -346,7 +392,7 @@ QByteArray VLCMediaPlayer::videoSnapshot(const QByteArray& format, int width, in
         qCWarning(lcVlcPlayer, "refusing a snapshot of %dx%d pixels", width, height);
         return {};
     }
-    QImage frame = m_frames->copyFrontFrame();
+    QImage frame = frameAtVideoSize();
     if (frame.isNull()) {
         qCDebug(lcVlcPlayer) << "no picture for a snapshot";
         return {};

@@ -77,13 +77,20 @@ public:
     QList<int> audioTrackIndexes() const;
 
     bool hasVideoOut() const;
-    // The largest picture worth rendering, for a player shown smaller than its video; empty for
-    // the video's own size. Takes effect with the next recording given to the player.
+    // The size the picture is shown at, in device pixels: it is rendered at the video's size
+    // fitted into it, so that painting it needs no scaling pass; empty for the video's own size.
+    // A running video output that would now choose another size starts again, showing the old
+    // picture until its first new frame.
     void setRenderSizeLimit(const QSize& limit);
-    // The size of the rendered picture; empty while no video runs.
+    // The video's own size (sample aspect applied); empty while no video runs.
     QSize videoSize() const;
-    // A copy of the last displayed frame; null while no video runs.
+    // The size of the rendered picture; empty while no video runs.
+    QSize renderedSize() const;
+    // A copy of the last displayed frame at the video's own size; null while no video runs.
     QImage lastFrame() const;
+    // The displayed frame at the video's own size and full detail, also where it was rendered
+    // smaller (a snapshot from libVLC then, which takes a moment); null while no video runs.
+    QImage frameAtVideoSize() const;
     // The last displayed frame without a copy, for painting it at once; it may change once the
     // event loop runs again.
     const QImage& shownFrame() const;
@@ -111,6 +118,7 @@ private:
     bool restingAtEnd() const;
     void seekIssued();
     void settlePausedSeek();
+    void restartVideoOutput();
 
     libvlc_media_player_t* m_player = nullptr;
     std::unique_ptr<VLCFrameBuffer> m_frames;

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <cstdlib>
+
 namespace kavro {
 
 VLCVideoView::VLCVideoView(QWidget* parent) : QWidget(parent)
@@ -46,7 +48,13 @@ QRect VLCVideoView::pictureRect() const
     const QImage& frame = shownFrame();
     if (frame.isNull() || width() <= 0 || height() <= 0)
         return {};
-    const QSize fitted = frame.size().scaled(size(), Qt::KeepAspectRatio);
+    QSize fitted = frame.size().scaled(size(), Qt::KeepAspectRatio);
+    // A picture rendered for this view is a pixel or two off its fitted size (even sizes): drawn
+    // as it is, it needs no scaling pass.
+    const QSize off = fitted - frame.size();
+    if (std::abs(off.width()) <= 2 && std::abs(off.height()) <= 2 && width() >= frame.width() &&
+        height() >= frame.height())
+        fitted = frame.size();
     return QRect(QPoint((width() - fitted.width()) / 2, (height() - fitted.height()) / 2), fitted);
 }
 

@@ -21,7 +21,7 @@ public:
     void setMediaPlayer(VLCMediaPlayer* player);
     VLCMediaPlayer* mediaPlayer() const { return m_player; }
 
-    // The last frame the player displayed, at the video's own size.
+    // The last frame the player displayed, at the size it was rendered.
     QImage lastFrame() const;
     // Where that frame is drawn inside the view; empty without a frame.
     QRect pictureRect() const;

@@ -140,6 +140,42 @@ private slots:
         QCOMPARE(view.grab().toImage().pixelColor(160, 120), QColor(Qt::black));
     }
 
+    // A player already showing its picture is told another size: the output starts again at it.
+    void rendersAtTheSizeItIsShown_data()
+    {
+        QTest::addColumn<QSize>("shown");
+        QTest::addColumn<QSize>("rendered");
+        QTest::addColumn<bool>("paused");
+        QTest::newRow("smaller, rounded to even") << QSize(80, 80) << QSize(80, 44) << false;
+        QTest::newRow("larger than the video") << QSize(640, 480) << QSize(640, 360) << false;
+        QTest::newRow("paused") << QSize(320, 320) << QSize(320, 180) << true;
+        QTest::newRow("no size: the video's own") << QSize() << QSize(160, 90) << false;
+    }
+
+    void rendersAtTheSizeItIsShown()
+    {
+        QFETCH(QSize, shown);
+        QFETCH(QSize, rendered);
+        QFETCH(bool, paused);
+        VLCVideoView view;
+        auto player = startPlayer(m_clips.rear, &view);
+        QTRY_VERIFY_WITH_TIMEOUT(!view.lastFrame().isNull(), kWaitMs);
+        QCOMPARE(player->renderedSize(), QSize(160, 90));
+        if (paused) {
+            player->pause();
+            QTRY_COMPARE_WITH_TIMEOUT(player->state(), VLCMediaPlayerStatePaused, kWaitMs);
+        }
+
+        player->setRenderSizeLimit(shown);
+        QTRY_COMPARE_WITH_TIMEOUT(player->renderedSize(), rendered, kWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(player->shownFrame().size(), rendered, kWaitMs);
+        QCOMPARE(redShare(player->shownFrame()), 1.0);
+        // Callers still get the video's own size.
+        QCOMPARE(player->videoSize(), QSize(160, 90));
+        QCOMPARE(player->lastFrame().size(), QSize(160, 90));
+        QCOMPARE(player->frameAtVideoSize().size(), QSize(160, 90));
+    }
+
     void restsPausedOnTheLastFrame_data()
     {
         QTest::addColumn<bool>("byTime");
