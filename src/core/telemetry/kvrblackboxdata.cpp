@@ -16,17 +16,17 @@ namespace {
 // The index is read in blocks rather than entry by entry; the walk over it is the same.
 constexpr std::int64_t IndexBlockSize = 64 * 1024;
 
-// The bytes that end a sentence or start one.
-constexpr std::array<bool, 256> SentenceMarks = [] {
-    std::array<bool, 256> marks{};
-    for (unsigned char c : {'\r', '\n', '\0', '$'})
-        marks[c] = true;
-    return marks;
-}();
-
-bool isSentenceMark(char c)
+// Whether any of eight bytes ends a sentence or starts one ('\r', '\n', '\0', '$'): most of a
+// GPS record's text is neither, and is passed over eight bytes at a time.
+bool anySentenceMark(const char* bytes)
 {
-    return SentenceMarks[static_cast<unsigned char>(c)];
+    constexpr std::uint64_t Ones = 0x0101010101010101u;
+    constexpr std::uint64_t Highs = 0x8080808080808080u;
+    std::uint64_t v = 0;
+    std::memcpy(&v, bytes, sizeof v);
+    auto hasZeroByte = [](std::uint64_t x) { return (x - Ones) & ~x & Highs; };
+    return (hasZeroByte(v) | hasZeroByte(v ^ (Ones * '\r')) | hasZeroByte(v ^ (Ones * '\n')) |
+            hasZeroByte(v ^ (Ones * '$'))) != 0;
 }
 
 } // namespace
@@ -190,9 +190,11 @@ bool KVRBlackBoxData::ParseNMEA(char* text, std::uint32_t bufferSize)
         return false;
     std::uint32_t start = 0;
     for (std::uint32_t i = 0; i < bufferSize; ++i) {
+        if (bufferSize - i >= 8 && !anySentenceMark(text + i)) {
+            i += 7;
+            continue;
+        }
         const char c = text[i];
-        if (!isSentenceMark(c))
-            continue; // most bytes: one look-up instead of four comparisons
         if (c == '\r' || c == '\n' || c == '\0') {
             text[i] = '\0';
             const std::string_view line(text + start, i - start);

@@ -57,14 +57,18 @@ std::int64_t RecordingFile::readAt(std::uint64_t offset, void* target, std::int6
 std::int64_t RecordingFile::bytesAt(std::uint64_t offset, std::int64_t length,
                                     std::int64_t blockSize, const char** bytes)
 {
-    const std::uint64_t end = m_blockStart + std::uint64_t(m_block.size());
-    if (offset < m_blockStart || offset + std::uint64_t(length) > end) {
-        m_block.resize(std::size_t(std::max(blockSize, length)));
-        m_block.resize(std::size_t(readAt(offset, m_block.data(), std::int64_t(m_block.size()))));
+    const std::uint64_t end = m_blockStart + m_blockLength;
+    if (!m_block || offset < m_blockStart || offset + std::uint64_t(length) > end) {
+        const auto wanted = std::size_t(std::max(blockSize, length));
+        if (wanted > m_blockCapacity) {
+            m_block = std::make_unique_for_overwrite<char[]>(wanted);
+            m_blockCapacity = wanted;
+        }
+        m_blockLength = std::size_t(readAt(offset, m_block.get(), std::int64_t(wanted)));
         m_blockStart = offset;
     }
-    *bytes = m_block.data() + (offset - m_blockStart);
-    return std::min<std::int64_t>(length, std::int64_t(m_block.size()) -
+    *bytes = m_block.get() + (offset - m_blockStart);
+    return std::min<std::int64_t>(length, std::int64_t(m_blockLength) -
                                               std::int64_t(offset - m_blockStart));
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace kavro {
@@ -50,7 +51,10 @@ private:
     int m_fd = -1;
     std::string m_error;
     std::uint64_t m_size = 0;
-    std::string m_block;
+    // Read into without zeroing first: a card's index block is read once per recording.
+    std::unique_ptr<char[]> m_block;
+    std::size_t m_blockCapacity = 0;
+    std::size_t m_blockLength = 0;
     std::uint64_t m_blockStart = 0;
 };
 
