@@ -257,16 +257,6 @@ private slots:
             QVERIFY(near({coordinates[i][1].toDouble(), coordinates[i][0].toDouble()}, kept[i]));
     }
 
-    void outputFile()
-    {
-        const QString out = m_dir.filePath("route.kml");
-        QVERIFY(kavro::test::writeFile(out, "old"));
-        const auto result = runKavro({"telemetry", m_recording, "--format=kml", "-o", out});
-        QCOMPARE(result.exitCode, 0);
-        QCOMPARE(result.out, QByteArray());
-        QCOMPARE(kavro::test::readFile(out), run("kml"));
-    }
-
     // Without its index the file's telemetry is found only with --recover, which says so.
     void recoverCutShort()
     {
