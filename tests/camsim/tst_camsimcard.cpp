@@ -6,7 +6,6 @@
 #include "qtbridge/qtbridge.h"
 #include "telemetry/kvrblackboxdata.h"
 
-#include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
@@ -31,18 +30,6 @@ QString tool(const QString& name)
 kavro::test::ToolResult run(const QString& program, const QStringList& arguments)
 {
     return kavro::test::runProgram(tool(program), arguments, 120000);
-}
-
-// Every file below a folder, by relative path.
-QMap<QString, QByteArray> folderContent(const QString& root)
-{
-    QMap<QString, QByteArray> content;
-    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        content.insert(QDir(root).relativeFilePath(path), readFile(path));
-    }
-    return content;
 }
 
 } // namespace
@@ -232,7 +219,7 @@ private slots:
             QVERIFY2(info.out.contains(line), line);
         const auto listing = run("mdir", {"-i", imagePath(), "-/", "-b", "::/"});
         QCOMPARE(listing.exitCode, 0);
-        const QMap<QString, QByteArray> files = folderContent(cardPath());
+        const QMap<QString, QByteArray> files = kavro::test::folderContent(cardPath());
         for (auto it = files.begin(); it != files.end(); ++it)
             QVERIFY2(listing.out.contains(("::/" + it.key()).toUtf8()), qPrintable(it.key()));
         const QString copied = m_work.filePath("copied.avi");

@@ -3,7 +3,6 @@
 #include "../core/settings/settingtestdata.h"
 #include "testsupport.h"
 
-#include <QDirIterator>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,18 +20,6 @@ class TestCliFailures : public QObject
 private:
     QTemporaryDir m_dir;
     QMap<QString, QByteArray> m_files; // by relative path
-
-    QMap<QString, QByteArray> folderContent() const
-    {
-        QMap<QString, QByteArray> content;
-        QDirIterator it(m_dir.path(), QDir::AllEntries | QDir::NoDotAndDotDot,
-                        QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString path = it.next();
-            content.insert(QDir(m_dir.path()).relativeFilePath(path), test::readFile(path));
-        }
-        return content;
-    }
 
 private slots:
     void initTestCase()
@@ -174,7 +161,7 @@ private slots:
             limit.emplace(100);
         QVERIFY(test::failedCleanly(test::runKavro(arguments), prefix));
         limit.reset();
-        QCOMPARE(folderContent(), m_files);
+        QCOMPARE(test::folderContent(m_dir.path()), m_files);
     }
 
     // "-o -" and the names of descriptors the process holds write through that descriptor, so

@@ -9,27 +9,12 @@
 #include <QXmlStreamReader>
 #include <QtTest>
 
-#include <cstring>
 #include <limits>
 
-using kavro::test::runKavro;
+namespace test = kavro::test;
+using test::runKavro;
 
 namespace {
-
-_AVI_GPS_DATA_T gps(std::uint32_t time, double latitude, double longitude, char km,
-                    const QByteArray& nmea)
-{
-    _AVI_GPS_DATA_T record{};
-    record.header = 205;
-    record.nTimestamp = time;
-    record.nLen = std::uint32_t(nmea.size());
-    record.fLatitude = latitude;
-    record.fLongitude = longitude;
-    record.fSpeed = 57;
-    record.KM = km;
-    std::memcpy(record.RawData, nmea.constData(), size_t(nmea.size()));
-    return record;
-}
 
 // The two positions of the recording below in signed decimal degrees.
 constexpr double SouthLatitude = -(33 + 46.1 / 60), WestLongitude = -(58 + 12.5 / 60);
@@ -81,9 +66,11 @@ private slots:
             QVERIFY(writer.addTelemetryRecord(
                 _AVI_GSENSOR_DATA_T{171, std::uint32_t(100 * k + 100), 256 * k, -128, 3, 0}));
             if (k == 0)
-                QVERIFY(writer.addTelemetryRecord(gps(250, -3346.1, 5812.5, '9', south)));
+                QVERIFY(
+                    writer.addTelemetryRecord(test::gpsRecord(250, south, -3346.1, 5812.5, 57)));
             if (k == 2)
-                QVERIFY(writer.addTelemetryRecord(gps(450, 3733.5, 12659.4, '1', north)));
+                QVERIFY(writer.addTelemetryRecord(
+                    test::gpsRecord(450, north, 3733.5, 12659.4, 57, '1')));
         }
         QVERIFY(writer.close());
     }
@@ -211,7 +198,8 @@ private slots:
         QVERIFY(writer.open(path));
         QVERIFY(writer.addVideoFrame("frame"));
         for (const QPointF& position : stored)
-            QVERIFY(writer.addTelemetryRecord(gps(100, position.x(), position.y(), '9', {})));
+            QVERIFY(
+                writer.addTelemetryRecord(test::gpsRecord(100, {}, position.x(), position.y())));
         QVERIFY(writer.close());
         auto run = [&path](const char* format) {
             const auto result = runKavro({"telemetry", path, "--format", format});

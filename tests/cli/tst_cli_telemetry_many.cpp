@@ -10,8 +10,6 @@
 #include <QXmlStreamReader>
 #include <QtTest>
 
-#include <cstring>
-
 using namespace kavro;
 using test::runKavro;
 using test::ToolResult;
@@ -68,19 +66,10 @@ bool writeRecording(const QString& path, const Recording& recording, int number)
         if (s <= recording.spanSeconds &&
             !writer.addTelemetryRecord(_AVI_GSENSOR_DATA_T{171, clock + 1000 * s, s, 0, 256, 0}))
             return false;
-        if (s < recording.fixes) {
-            _AVI_GPS_DATA_T gps{};
-            gps.header = 205;
-            gps.nTimestamp = clock + 1000 * s + 1;
-            gps.fLatitude = 3700 + number + s / 100.0;
-            gps.fLongitude = 12700.5;
-            gps.KM = '9';
-            const QByteArray text = nmea(number, s);
-            gps.nLen = std::uint32_t(text.size());
-            std::memcpy(gps.RawData, text.constData(), std::size_t(text.size()));
-            if (!writer.addTelemetryRecord(gps))
-                return false;
-        }
+        if (s < recording.fixes &&
+            !writer.addTelemetryRecord(test::gpsRecord(clock + 1000 * s + 1, nmea(number, s),
+                                                       3700 + number + s / 100.0, 12700.5)))
+            return false;
     }
     if (!writer.close())
         return false;
