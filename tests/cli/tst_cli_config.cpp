@@ -61,9 +61,7 @@ private slots:
         QJsonParseError error;
         QJsonObject json = QJsonDocument::fromJson(shown.out, &error).object();
         QCOMPARE(error.error, QJsonParseError::NoError);
-        QCOMPARE(json.value("cfg_ver").toInt(), 22310);
-        QCOMPARE(json.value("szPlateNumber").toString(), QString("Kavro"));
-        QCOMPARE(json.value("wifi_ssid").toString(), QString());
+        // The values themselves are the core tests' business; here how kinds of field are written.
         QCOMPARE(json.value("dummy00").toArray(), (QJsonArray{0, 0, 0, 0}));
         // The default file has not been through the save preparation.
         QCOMPARE(json.value("checksum").toInt(), 0);

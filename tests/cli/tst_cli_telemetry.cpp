@@ -127,35 +127,21 @@ private slots:
         QCOMPARE(lines[5], QByteArray("4,4,-0.5,0.01171875,,,,"));
     }
 
+    // What routeEdges leaves out: the namespaces, the times and an escaped name. The points and
+    // their signs are checked per format there and in the CSV, which share one position source.
     void routes()
     {
         const QByteArray gpx = run("gpx");
-        QStringList points = xmlValues(gpx, "trkpt");
+        const QStringList points = xmlValues(gpx, "trkpt");
         QCOMPARE(points.value(0), QString("http://www.topografix.com/GPX/1/1"));
         QCOMPARE(points.size(), 3);
-        QVERIFY(closeTo(points[1].section(' ', 0, 0).toDouble(), SouthLatitude));
-        QVERIFY(closeTo(points[2].section(' ', 1, 1).toDouble(), EastLongitude));
         QVERIFY(!points.join(' ').contains('e')); // xsd:decimal has no exponent
         QCOMPARE(xmlValues(gpx, "time").mid(1), QStringList(2, "2024-12-31T01:02:03.450Z"));
         QCOMPARE(xmlValues(gpx, "name").mid(1), QStringList{"rec & <drive>.avi"});
-
-        const QStringList kml = xmlValues(run("kml"), "coordinates");
-        QCOMPARE(kml.value(0), QString("http://www.opengis.net/kml/2.2"));
-        const QStringList tuples = kml.value(1).split(' ');
-        QCOMPARE(tuples.size(), 2);
-        QVERIFY(closeTo(tuples[0].section(',', 0, 0).toDouble(), WestLongitude));
-        QVERIFY(closeTo(tuples[1].section(',', 1, 1).toDouble(), NorthLatitude));
-
-        QJsonParseError error;
-        const QJsonObject geo = QJsonDocument::fromJson(run("geojson"), &error).object();
-        QCOMPARE(error.error, QJsonParseError::NoError);
-        QCOMPARE(geo["type"].toString(), QString("FeatureCollection"));
-        const QJsonObject feature = geo["features"][0].toObject();
-        QCOMPARE(feature["geometry"]["type"].toString(), QString("LineString"));
-        const QJsonArray line = feature["geometry"]["coordinates"].toArray();
-        QCOMPARE(line.size(), 2);
-        QVERIFY(closeTo(line[0][0].toDouble(), WestLongitude)); // longitude first
-        QVERIFY(closeTo(line[1][1].toDouble(), NorthLatitude));
+        QCOMPARE(xmlValues(run("kml"), "coordinates").value(0),
+                 QString("http://www.opengis.net/kml/2.2"));
+        QCOMPARE(QJsonDocument::fromJson(run("geojson"))["type"].toString(),
+                 QString("FeatureCollection"));
     }
 
     // Positions as stored (NMEA form, northern and eastern without sentences), the points that
