@@ -1,6 +1,4 @@
-#include "cardfiles.h"
 #include "cardgenerator.h"
-#include "nmeacomposer.h"
 #include "testsupport.h"
 #include "timecode.h"
 #include "videoencoder.h"
@@ -8,7 +6,6 @@
 #include "qtbridge/qtbridge.h"
 #include "telemetry/kvrblackboxdata.h"
 
-#include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
@@ -33,18 +30,6 @@ QString tool(const QString& name)
 kavro::test::ToolResult run(const QString& program, const QStringList& arguments)
 {
     return kavro::test::runProgram(tool(program), arguments, 120000);
-}
-
-// Every file below a folder, by relative path.
-QMap<QString, QByteArray> folderContent(const QString& root)
-{
-    QMap<QString, QByteArray> content;
-    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        content.insert(QDir(root).relativeFilePath(path), readFile(path));
-    }
-    return content;
 }
 
 } // namespace
@@ -216,35 +201,10 @@ private slots:
         QCOMPARE(settings["checksum_valid"].toBool(), true);
         QCOMPARE(settings["time_gmt"].toInt(), 28); // +09:00, the zone of the recordings' names
 
-        const std::vector<_DRIVE_INFO_T> records = CardFiles::driveRecords(plan());
-        const auto drv = kavro::test::runKavro({"drv", cardPath("DrvInfo/kavro_000.drv")});
-        QCOMPARE(drv.exitCode, 0);
-        QList<QByteArray> lines = drv.out.trimmed().split('\n');
-        const QList<QByteArray> header = lines.takeFirst().split(',');
-        QCOMPARE(std::size_t(lines.size()), records.size());
-        auto cell = [&](int row, const char* column) {
-            return lines[row].split(',').value(header.indexOf(column));
-        };
-        const DrivePlan& first = plan().drives().front();
-        QCOMPARE(cell(0, "Valid"), QByteArray("V"));
-        QCOMPARE(cell(0, "Date"), first.cameraStart.toString("yyyy/MM/dd").toLatin1());
-        QCOMPARE(cell(0, "Day"), QByteArray("FRI"));
-        const int fix = CardFiles::DriveRecordsBeforeFix;
-        QCOMPARE(cell(fix, "Valid"), QByteArray("A"));
-        QCOMPARE(cell(fix, "Time"), first.cameraStart.toString("HH:mm:ss").toLatin1());
-        const GpsFix start = TelemetrySynth(first.track, first.clock).fixAt(0);
-        QCOMPARE(cell(fix, "Latitude"),
-                 NmeaComposer::latitudeField(start.latitude).split(',').first());
-        QCOMPARE(cell(fix, "Longitude"),
-                 NmeaComposer::longitudeField(start.longitude).split(',').first());
-        QSet<QByteArray> days;
-        for (int row = 0; row < lines.size(); ++row)
-            days.insert(cell(row, "Day"));
-        QCOMPARE(days, QSet<QByteArray>({"FRI", "SAT"}));
-
+        // The drive records are read back against the plan in the records window's test.
         const QByteArray clock = readFile(cardPath("timeset.cfg"));
         QCOMPARE(clock, plan().clockSetting().toString("yyyy/MM/dd HH:mm:ss").toLatin1());
-        QVERIFY(plan().clockSetting() < first.cameraStart);
+        QVERIFY(plan().clockSetting() < plan().drives().front().cameraStart);
     }
 
     void imageIsACleanCameraCard()
@@ -259,7 +219,7 @@ private slots:
             QVERIFY2(info.out.contains(line), line);
         const auto listing = run("mdir", {"-i", imagePath(), "-/", "-b", "::/"});
         QCOMPARE(listing.exitCode, 0);
-        const QMap<QString, QByteArray> files = folderContent(cardPath());
+        const QMap<QString, QByteArray> files = kavro::test::folderContent(cardPath());
         for (auto it = files.begin(); it != files.end(); ++it)
             QVERIFY2(listing.out.contains(("::/" + it.key()).toUtf8()), qPrintable(it.key()));
         const QString copied = m_work.filePath("copied.avi");

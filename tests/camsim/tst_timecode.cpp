@@ -58,12 +58,6 @@ private slots:
         QCOMPARE(TimeCode::read(throughJpeg(image, 25)), std::optional<int>(frame));
     }
 
-    void stripStaysInsideTheFrame()
-    {
-        for (const QSize& size : {QSize(128, 72), QSize(130, 200), QSize(1920, 1080)})
-            QVERIFY(QRect(QPoint(0, 0), size).contains(TimeCode::stripRect(size)));
-    }
-
     void refusesWhatIsNotATimeCode()
     {
         QImage grey(QSize(320, 180), QImage::Format_RGB32);

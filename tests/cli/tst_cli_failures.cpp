@@ -3,10 +3,11 @@
 #include "../core/settings/settingtestdata.h"
 #include "testsupport.h"
 
-#include <QDirIterator>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <optional>
 
 using namespace kavro;
 
@@ -19,18 +20,6 @@ class TestCliFailures : public QObject
 private:
     QTemporaryDir m_dir;
     QMap<QString, QByteArray> m_files; // by relative path
-
-    QMap<QString, QByteArray> folderContent() const
-    {
-        QMap<QString, QByteArray> content;
-        QDirIterator it(m_dir.path(), QDir::AllEntries | QDir::NoDotAndDotDot,
-                        QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString path = it.next();
-            content.insert(QDir(m_dir.path()).relativeFilePath(path), test::readFile(path));
-        }
-        return content;
-    }
 
 private slots:
     void initTestCase()
@@ -58,11 +47,13 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments"); // "@" stands for the folder
         QTest::addColumn<QByteArray>("prefix");
-        auto row = [](const char* name, const QStringList& arguments) {
-            QTest::newRow(name) << arguments << "kavro: " + arguments.value(0).toUtf8();
+        QTest::addColumn<bool>("fullCard"); // no file may grow past 100 bytes
+        auto row = [](const char* name, const QStringList& arguments, bool fullCard = false) {
+            QTest::newRow(name) << arguments << "kavro: " + arguments.value(0).toUtf8() << fullCard;
         };
-        QTest::newRow("no command") << QStringList{} << QByteArray("kavro: no command");
-        QTest::newRow("unknown command") << QStringList{"bogus"} << QByteArray("kavro: unknown");
+        QTest::newRow("no command") << QStringList{} << QByteArray("kavro: no command") << false;
+        QTest::newRow("unknown command")
+            << QStringList{"bogus"} << QByteArray("kavro: unknown") << false;
 
         row("telemetry: no file", {"telemetry"});
         row("telemetry: missing file", {"telemetry", "@/missing.avi"});
@@ -74,12 +65,13 @@ private slots:
         row("telemetry: unknown option", {"telemetry", "@/rec.avi", "--fast"});
 
         // "-" is a path like any other, and after "--" so is what looks like an option.
-        QTest::newRow("telemetry: -")
-            << QStringList{"telemetry", "-"} << QByteArray("kavro: telemetry: cannot open -");
+        QTest::newRow("telemetry: -") << QStringList{"telemetry", "-"}
+                                      << QByteArray("kavro: telemetry: cannot open -") << false;
         QTest::newRow("list: -") << QStringList{"list", "-"}
-                                 << QByteArray("kavro: list: no such folder: -");
-        QTest::newRow("list: -- then option") << QStringList{"list", "--", "--recursive"}
-                                              << QByteArray("kavro: list: no such folder: --");
+                                 << QByteArray("kavro: list: no such folder: -") << false;
+        QTest::newRow("list: -- then option")
+            << QStringList{"list", "--", "--recursive"}
+            << QByteArray("kavro: list: no such folder: --") << false;
 
         row("list: no folder", {"list"});
         row("list: two folders", {"list", "@", "@"});
@@ -121,6 +113,8 @@ private slots:
         row("config: set missing", {"config", "set", "@/missing.bin", "time_gmt=1"});
         row("config: defaults nowhere", {"config", "defaults"});
         row("config: defaults into missing folder", {"config", "defaults", "@/no/config.bin"});
+        row("config: set on a full card", {"config", "set", "@/record.bin", "time_gmt=5"}, true);
+        row("config: defaults on a full card", {"config", "defaults", "@/record.bin"}, true);
         // Values the settings pages could not store leave record.bin as it was.
         const QList<QPair<const char*, QStringList>> sets = {
             {"time zone past the list", {"time_gmt=34"}},
@@ -160,9 +154,14 @@ private slots:
     {
         QFETCH(QStringList, arguments);
         QFETCH(QByteArray, prefix);
+        QFETCH(bool, fullCard);
         arguments.replaceInStrings("@", m_dir.path());
+        std::optional<test::FileSizeLimit> limit;
+        if (fullCard)
+            limit.emplace(100);
         QVERIFY(test::failedCleanly(test::runKavro(arguments), prefix));
-        QCOMPARE(folderContent(), m_files);
+        limit.reset();
+        QCOMPARE(test::folderContent(m_dir.path()), m_files);
     }
 
     // "-o -" and the names of descriptors the process holds write through that descriptor, so

@@ -9,27 +9,12 @@
 #include <QXmlStreamReader>
 #include <QtTest>
 
-#include <cstring>
 #include <limits>
 
-using kavro::test::runKavro;
+namespace test = kavro::test;
+using test::runKavro;
 
 namespace {
-
-_AVI_GPS_DATA_T gps(std::uint32_t time, double latitude, double longitude, char km,
-                    const QByteArray& nmea)
-{
-    _AVI_GPS_DATA_T record{};
-    record.header = 205;
-    record.nTimestamp = time;
-    record.nLen = std::uint32_t(nmea.size());
-    record.fLatitude = latitude;
-    record.fLongitude = longitude;
-    record.fSpeed = 57;
-    record.KM = km;
-    std::memcpy(record.RawData, nmea.constData(), size_t(nmea.size()));
-    return record;
-}
 
 // The two positions of the recording below in signed decimal degrees.
 constexpr double SouthLatitude = -(33 + 46.1 / 60), WestLongitude = -(58 + 12.5 / 60);
@@ -81,9 +66,11 @@ private slots:
             QVERIFY(writer.addTelemetryRecord(
                 _AVI_GSENSOR_DATA_T{171, std::uint32_t(100 * k + 100), 256 * k, -128, 3, 0}));
             if (k == 0)
-                QVERIFY(writer.addTelemetryRecord(gps(250, -3346.1, 5812.5, '9', south)));
+                QVERIFY(
+                    writer.addTelemetryRecord(test::gpsRecord(250, south, -3346.1, 5812.5, 57)));
             if (k == 2)
-                QVERIFY(writer.addTelemetryRecord(gps(450, 3733.5, 12659.4, '1', north)));
+                QVERIFY(writer.addTelemetryRecord(
+                    test::gpsRecord(450, north, 3733.5, 12659.4, 57, '1')));
         }
         QVERIFY(writer.close());
     }
@@ -140,35 +127,21 @@ private slots:
         QCOMPARE(lines[5], QByteArray("4,4,-0.5,0.01171875,,,,"));
     }
 
+    // What routeEdges leaves out: the namespaces, the times and an escaped name. The points and
+    // their signs are checked per format there and in the CSV, which share one position source.
     void routes()
     {
         const QByteArray gpx = run("gpx");
-        QStringList points = xmlValues(gpx, "trkpt");
+        const QStringList points = xmlValues(gpx, "trkpt");
         QCOMPARE(points.value(0), QString("http://www.topografix.com/GPX/1/1"));
         QCOMPARE(points.size(), 3);
-        QVERIFY(closeTo(points[1].section(' ', 0, 0).toDouble(), SouthLatitude));
-        QVERIFY(closeTo(points[2].section(' ', 1, 1).toDouble(), EastLongitude));
         QVERIFY(!points.join(' ').contains('e')); // xsd:decimal has no exponent
         QCOMPARE(xmlValues(gpx, "time").mid(1), QStringList(2, "2024-12-31T01:02:03.450Z"));
         QCOMPARE(xmlValues(gpx, "name").mid(1), QStringList{"rec & <drive>.avi"});
-
-        const QStringList kml = xmlValues(run("kml"), "coordinates");
-        QCOMPARE(kml.value(0), QString("http://www.opengis.net/kml/2.2"));
-        const QStringList tuples = kml.value(1).split(' ');
-        QCOMPARE(tuples.size(), 2);
-        QVERIFY(closeTo(tuples[0].section(',', 0, 0).toDouble(), WestLongitude));
-        QVERIFY(closeTo(tuples[1].section(',', 1, 1).toDouble(), NorthLatitude));
-
-        QJsonParseError error;
-        const QJsonObject geo = QJsonDocument::fromJson(run("geojson"), &error).object();
-        QCOMPARE(error.error, QJsonParseError::NoError);
-        QCOMPARE(geo["type"].toString(), QString("FeatureCollection"));
-        const QJsonObject feature = geo["features"][0].toObject();
-        QCOMPARE(feature["geometry"]["type"].toString(), QString("LineString"));
-        const QJsonArray line = feature["geometry"]["coordinates"].toArray();
-        QCOMPARE(line.size(), 2);
-        QVERIFY(closeTo(line[0][0].toDouble(), WestLongitude)); // longitude first
-        QVERIFY(closeTo(line[1][1].toDouble(), NorthLatitude));
+        QCOMPARE(xmlValues(run("kml"), "coordinates").value(0),
+                 QString("http://www.opengis.net/kml/2.2"));
+        QCOMPARE(QJsonDocument::fromJson(run("geojson"))["type"].toString(),
+                 QString("FeatureCollection"));
     }
 
     // Positions as stored (NMEA form, northern and eastern without sentences), the points that
@@ -211,7 +184,8 @@ private slots:
         QVERIFY(writer.open(path));
         QVERIFY(writer.addVideoFrame("frame"));
         for (const QPointF& position : stored)
-            QVERIFY(writer.addTelemetryRecord(gps(100, position.x(), position.y(), '9', {})));
+            QVERIFY(
+                writer.addTelemetryRecord(test::gpsRecord(100, {}, position.x(), position.y())));
         QVERIFY(writer.close());
         auto run = [&path](const char* format) {
             const auto result = runKavro({"telemetry", path, "--format", format});
@@ -255,16 +229,6 @@ private slots:
         QCOMPARE(coordinates.size(), kept.size());
         for (qsizetype i = 0; i < kept.size(); ++i)
             QVERIFY(near({coordinates[i][1].toDouble(), coordinates[i][0].toDouble()}, kept[i]));
-    }
-
-    void outputFile()
-    {
-        const QString out = m_dir.filePath("route.kml");
-        QVERIFY(kavro::test::writeFile(out, "old"));
-        const auto result = runKavro({"telemetry", m_recording, "--format=kml", "-o", out});
-        QCOMPARE(result.exitCode, 0);
-        QCOMPARE(result.out, QByteArray());
-        QCOMPARE(kavro::test::readFile(out), run("kml"));
     }
 
     // Without its index the file's telemetry is found only with --recover, which says so.

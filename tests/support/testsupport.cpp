@@ -1,6 +1,7 @@
 #include "testsupport.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -8,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include <csignal>
+#include <cstring>
 #include <sys/resource.h>
 
 namespace kavro::test {
@@ -103,12 +105,41 @@ QString cardLayoutProblem(const QString& image, int sectorsPerCluster)
     return QString();
 }
 
+_AVI_GPS_DATA_T gpsRecord(std::uint32_t time, const QByteArray& nmea, double latitude,
+                          double longitude, float speed, char unit, std::uint32_t length)
+{
+    _AVI_GPS_DATA_T record{};
+    record.header = 205;
+    record.nTimestamp = time;
+    record.nLen = length ? length : std::uint32_t(nmea.size());
+    record.fLatitude = latitude;
+    record.fLongitude = longitude;
+    record.fSpeed = speed;
+    record.KM = unit;
+    std::memcpy(record.RawData, nmea.constData(),
+                std::min<std::size_t>(std::size_t(nmea.size()), sizeof record.RawData));
+    return record;
+}
+
 QByteArray readFile(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return file.readAll();
+}
+
+QMap<QString, QByteArray> folderContent(const QString& root)
+{
+    QMap<QString, QByteArray> content;
+    QDirIterator it(root, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        content.insert(QDir(root).relativeFilePath(path),
+                       it.fileInfo().isDir() ? QByteArray() : readFile(path));
+    }
+    return content;
 }
 
 bool writeFile(const QString& path, const QByteArray& content)

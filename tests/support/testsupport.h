@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QtEndian>
+
+#include "telemetry/aviformat.h"
 
 #include <cstdint>
 
@@ -60,10 +63,18 @@ private:
 QString cardLayoutProblem(const QString& image, int sectorsPerCluster);
 
 QByteArray readFile(const QString& path);
+// Every file and folder below root (folders with empty content), by relative path.
+QMap<QString, QByteArray> folderContent(const QString& root);
 bool writeFile(const QString& path, const QByteArray& content);
 
 // Creates empty files, and the folders they need, below root; false when one cannot be made.
 bool makeFiles(const QString& root, const QStringList& relativePaths);
+
+// A GPS record as the camera stores it: the stored position, speed and unit ('9' km/h, '1' mi/h)
+// and the NMEA text, cut to the record's room; nLen is the text's length unless given.
+_AVI_GPS_DATA_T gpsRecord(std::uint32_t time, const QByteArray& nmea, double latitude = 0,
+                          double longitude = 0, float speed = 0, char unit = '9',
+                          std::uint32_t length = 0);
 
 // Little-endian words inside file images.
 inline std::uint32_t u32At(const QByteArray& bytes, qsizetype offset)

@@ -9,8 +9,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <cstring>
-
 using kavro::KVRAviWriter;
 using kavro::KVRBlackBoxData;
 using kavro::test::setU32;
@@ -31,12 +29,7 @@ QByteArray gsensor(std::uint32_t time, std::int32_t x = 0, std::int32_t tag = 17
 
 QByteArray gps(std::uint32_t time, const QByteArray& nmea = {}, std::uint32_t length = 0)
 {
-    _AVI_GPS_DATA_T record{};
-    record.header = 205;
-    record.nTimestamp = time;
-    record.nLen = length ? length : std::uint32_t(nmea.size());
-    std::memcpy(record.RawData, nmea.constData(), std::min<size_t>(nmea.size(), 508));
-    return bytesOf(record);
+    return bytesOf(kavro::test::gpsRecord(time, nmea, 0, 0, 0, '\0', length));
 }
 
 // The telemetry chunks in the given order; between them video and audio chunks whose bytes

@@ -26,7 +26,6 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -243,30 +242,16 @@ private slots:
         QVERIFY(tool("fsck.fat", {"-n", image("sdm1")}));
     }
 
-    void clockFileOnTheCard_data()
-    {
-        QTest::addColumn<bool>("readOnly");
-        QTest::addColumn<QByteArray>("after");
-        QTest::newRow("writable, longer file keeps its tail")
-            << false << QByteArray("2027/03/05 07:04:09 tail\n");
-        QTest::newRow("read-only: left as it was")
-            << true << QByteArray("2020/01/01 00:00:00 tail\n");
-    }
-
-    // The card already holding timeset.cfg is written without a save panel; a read-only one
-    // still gets its confirmation, the failure goes to the log and the card is untouched.
+    // The card already holding timeset.cfg is written without a save panel, keeping the longer
+    // file's tail. A write-protected card is the time window's own test (same write, via a panel).
     void clockFileOnTheCard()
     {
-        QFETCH(bool, readOnly);
-        QFETCH(QByteArray, after);
-        const QString name = readOnly ? "sdr1" : "sdq1";
-        const QString clockFile = m_dir.filePath(name + ".cfg");
+        const QString clockFile = m_dir.filePath("sdq1.cfg");
         QVERIFY(test::writeFile(clockFile, "2020/01/01 00:00:00 tail\n"));
-        QString mounted = addCard(name, "KAVRO", "usb", readOnly, false, clockFile);
+        const QString mounted = addCard("sdq1", "KAVRO", "usb", false, false, clockFile);
         QVERIFY(!mounted.isEmpty());
 
-        auto disks = std::make_shared<UDisks2DiskSource>(*m_connection);
-        KVRTimeSetupController window(disks);
+        KVRTimeSetupController window(std::make_shared<UDisks2DiskSource>(*m_connection));
         QCOMPARE(window.settingFilePath(), mounted + "/timeset.cfg");
         window.windowDidLoad();
         window.findChild<QCalendarWidget*>("datePicker")->setSelectedDate(QDate(2027, 3, 5));
@@ -274,20 +259,17 @@ private slots:
         time->setFocus();
         time->setSelectedSection(QDateTimeEdit::HourSection);
         QTest::keyClicks(time, "070409");
-        if (readOnly)
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("clock file not written to .*timeset.cfg"));
         QTest::mouseClick(window.findChild<QPushButton*>("saveButton"), Qt::LeftButton);
         QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
         QCOMPARE(window.findChild<QMessageBox*>()->text(), QString("KAVRO"));
         QTest::keyClick(window.findChild<QMessageBox*>(), Qt::Key_Return);
         QTRY_VERIFY_WITH_TIMEOUT(!window.isVisible(), WaitMs);
 
-        removeCard(name);
+        removeCard("sdq1");
         QByteArray onImage;
-        QVERIFY(tool("mcopy", {"-n", "-i", image(name), "::timeset.cfg", "-"}, &onImage));
-        QCOMPARE(onImage, after);
-        QVERIFY(tool("fsck.fat", {"-n", image(name)}));
+        QVERIFY(tool("mcopy", {"-n", "-i", image("sdq1"), "::timeset.cfg", "-"}, &onImage));
+        QCOMPARE(onImage, QByteArray("2027/03/05 07:04:09 tail\n"));
+        QVERIFY(tool("fsck.fat", {"-n", image("sdq1")}));
     }
 
     // Present but without the file, a card is no target: the user is asked where to save.
