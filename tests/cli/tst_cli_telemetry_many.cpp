@@ -6,7 +6,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QXmlStreamReader>
 #include <QtTest>
 
@@ -168,8 +170,9 @@ private slots:
             QStringList arguments{"telemetry", m_card.path(), "--format", format};
             if (!gap.isEmpty())
                 arguments << "--gap" << gap;
-            // Empty when not well-formed.
-            const QList<XmlPart> parts = xmlParts(run(arguments, 0), part, piece);
+            const QByteArray document = run(arguments, 0);
+            QVERIFY(wellFormed(document));
+            const QList<XmlPart> parts = xmlParts(document, part, piece);
             QCOMPARE(parts.size(), drives.size());
             for (qsizetype d = 0; d < drives.size(); ++d) {
                 const QList<int>& files = drives[d];
@@ -194,16 +197,14 @@ private slots:
     // GeoJSON, CSV and JSON carry per recording its single-file content and its file name.
     void recordsPerFile()
     {
-        QJsonParseError geoError, jsonError;
-        const QJsonArray features =
-            QJsonDocument::fromJson(run({"telemetry", m_card.path(), "--format", "geojson"}, 0),
-                                    &geoError)["features"]
-                .toArray();
-        QCOMPARE(geoError.error, QJsonParseError::NoError);
+        QJsonParseError error;
+        const QByteArray geoText = run({"telemetry", m_card.path(), "--format", "geojson"}, 0);
+        QVERIFY(pythonReadsJson(geoText));
+        const QJsonArray features = QJsonDocument::fromJson(geoText, &error)["features"].toArray();
         QCOMPARE(features.size(), qsizetype(std::size(Card)));
-        const QJsonArray objects =
-            QJsonDocument::fromJson(run({"telemetry", m_card.path()}, 0), &jsonError).array();
-        QCOMPARE(jsonError.error, QJsonParseError::NoError);
+        const QByteArray jsonText = run({"telemetry", m_card.path()}, 0);
+        QVERIFY(pythonReadsJson(jsonText));
+        const QJsonArray objects = QJsonDocument::fromJson(jsonText, &error).array();
         QCOMPARE(objects.size(), features.size());
         const QList<QByteArray> csv =
             run({"telemetry", m_card.path(), "--format=csv"}, 0).split('\n');
@@ -270,7 +271,7 @@ private slots:
             QVERIFY2(lines[i].startsWith("kavro: telemetry: " + skipped[i]), qPrintable(lines[i]));
         QCOMPARE(result.out.isEmpty(), exitCode == 2);
         if (exitCode != 2)
-            QVERIFY(!xmlParts(result.out, "trk", "trkseg").isEmpty()); // and well-formed
+            QVERIFY(wellFormed(result.out));
     }
 
     // Progress goes to stderr and leaves the output as it is.
@@ -295,6 +296,31 @@ private:
     QByteArray single(int index, const QString& format)
     {
         return run({"telemetry", m_card.filePath(Card[index].path), "--format", format}, 0);
+    }
+
+    // Other tools' parsers: xmllint for GPX and KML, python's json for GeoJSON and JSON.
+    static bool wellFormed(const QByteArray& xml)
+    {
+        const QString xmllint = QStandardPaths::findExecutable("xmllint");
+        if (xmllint.isEmpty()) {
+            qWarning("xmllint is missing; scripts/setup.sh installs it");
+            return false;
+        }
+        QTemporaryFile file;
+        if (!file.open() || file.write(xml) != xml.size() || !file.flush())
+            return false;
+        const ToolResult lint = test::runProgram(xmllint, {"--noout", file.fileName()});
+        return lint.exitCode == 0 && lint.err.isEmpty();
+    }
+
+    static bool pythonReadsJson(const QByteArray& json)
+    {
+        QTemporaryFile file;
+        if (!file.open() || file.write(json) != json.size() || !file.flush())
+            return false;
+        return test::runProgram("python3", {"-c", "import json,sys; json.load(open(sys.argv[1]))",
+                                            file.fileName()})
+                   .exitCode == 0;
     }
 
     QTemporaryDir m_card;
