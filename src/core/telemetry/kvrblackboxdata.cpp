@@ -4,7 +4,6 @@
 #include "recordingfile.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstring>
 #include <thread>
