@@ -98,23 +98,6 @@ private slots:
         QCOMPARE(media.mediaGroupName(), group);
     }
 
-    void timeFieldsAreStoredBeforeTheTest()
-    {
-        KVRMedia media;
-        QVERIFY(!media._parseTimeByName(u"alwa_20241399_120000_F", 5));
-        QCOMPARE(media.month(), 13);
-        QCOMPARE(media.hour(), 12);
-        QVERIFY(!media._parseTimeByName(u"alwa_20240131_2359", 5)); // too short: reads nothing
-        QCOMPARE(media.yyyymmddhhmiss(), QStringLiteral("00000000000000"));
-
-        // Out-of-range fields order as their printed text: "-999" after "-001", unlike the numbers.
-        KVRMedia b;
-        QVERIFY(!media._parseTimeByName(u"-9990101_000000", 0));
-        QVERIFY(!b._parseTimeByName(u"-0010101_000000", 0));
-        QCOMPARE(media.compareDate(b), 1);
-        QCOMPARE(b.compareDate(KVRMedia()), -1);
-    }
-
     void compareDate_data()
     {
         QTest::addColumn<QString>("first");
