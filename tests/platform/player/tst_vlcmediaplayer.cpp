@@ -149,7 +149,6 @@ private slots:
         QTest::newRow("smaller, rounded to even") << QSize(80, 80) << QSize(80, 44) << false;
         QTest::newRow("larger than the video") << QSize(640, 480) << QSize(640, 360) << false;
         QTest::newRow("paused") << QSize(320, 320) << QSize(320, 180) << true;
-        QTest::newRow("no size: the video's own") << QSize() << QSize(160, 90) << false;
     }
 
     void rendersAtTheSizeItIsShown()
