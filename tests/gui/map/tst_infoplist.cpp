@@ -132,7 +132,6 @@ private slots:
         static const QRegularExpression call(
             QStringLiteral("\\b(?:qtTrId|QT_TRID_NOOP)\\(\\s*\"([^\"]+)\"\\s*\\)"));
         const auto english = readTable(QStringLiteral("en"));
-        const auto korean = readTable(QStringLiteral("ko"));
         int keys = 0;
         QDirIterator files(QStringLiteral(KAVRO_TRANSLATIONS_DIR "/../.."),
                            {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
@@ -143,7 +142,6 @@ private slots:
                 const QString key = match.captured(1);
                 const QString where = key + " in " + files.fileName();
                 QVERIFY2(!english.value(key).source.isEmpty(), qPrintable(where));
-                QVERIFY2(!korean.value(key).translation.isEmpty(), qPrintable(where));
                 ++keys;
             }
         }
