@@ -242,7 +242,7 @@ private slots:
 
     void scanStopsAtTheLimit()
     {
-        QTemporaryDir root;
+        QTemporaryDir root(test::manyFilesTemplate());
         QStringList files;
         for (int i = 0; i < KVRMediaList::MaxMedias + 5; ++i)
             files << QString::asprintf("%s/alwa_20240131_%02d%02d%02d_F.avi", i < 60 ? "a" : "b",
