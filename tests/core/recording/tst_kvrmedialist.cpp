@@ -205,6 +205,7 @@ private slots:
     void lastFolderSetWins()
     {
         QTemporaryDir small;
+        // On disk, not in memory: there a scan may end before its list is destroyed below.
         QTemporaryDir large;
         QVERIFY(test::makeFiles(small.path(), {"alwa_20240131_120000_F.avi"}));
         // Large enough that an older scan, had it not given up, would end after the newest one.
