@@ -98,6 +98,15 @@ private slots:
         QCOMPARE(media.mediaGroupName(), group);
     }
 
+    // The time reader stores the fields it read even when they fail the test; callers reset them.
+    void timeFieldsAreStoredBeforeTheTest()
+    {
+        KVRMedia media;
+        QVERIFY(!media._parseTimeByName(u"alwa_20241399_120000_F", 5));
+        QCOMPARE(media.month(), 13);
+        QCOMPARE(media.hour(), 12);
+    }
+
     // The time outweighs channel and all else; the finer rules are the recording list's to show.
     void compareDate()
     {
