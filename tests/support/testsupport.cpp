@@ -159,4 +159,12 @@ bool makeFiles(const QString& root, const QStringList& relativePaths)
     return true;
 }
 
+QString manyFilesTemplate()
+{
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    const QString base =
+        memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
+    return base + QStringLiteral("/kavro-test-XXXXXX");
+}
+
 } // namespace kavro::test

@@ -86,4 +86,8 @@ inline void setU32(QByteArray& bytes, qsizetype offset, std::uint32_t value)
     qToLittleEndian(value, bytes.data() + offset);
 }
 
+// A QTemporaryDir template for tests that make thousands of files: in memory where the system
+// offers it, as making them on a disk takes seconds.
+QString manyFilesTemplate();
+
 } // namespace kavro::test

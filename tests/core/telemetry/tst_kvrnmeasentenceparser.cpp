@@ -1,7 +1,6 @@
 #include "telemetry/kvrnmeasentenceparser.h"
 #include "testsupport.h"
 
-#include <QRandomGenerator>
 #include <QtTest>
 
 #include <list>
@@ -211,33 +210,6 @@ private slots:
         // Decimals are read in single precision.
         QCOMPARE(fix.Latitude, double(float(fix.Latitude)));
         QCOMPARE(fix.HDOP, double(float(fix.HDOP)));
-    }
-
-    void hostileSentences()
-    {
-        // Real sentences cut, spliced and sprinkled with bytes: nothing may read out of bounds.
-        const QList<QByteArray> lines =
-            kavro::test::readFile(kavro::test::nmeaLogPath("neo-m8n.log")).split('\n');
-        QRandomGenerator random(7);
-        KVRNMEASentenceParser parser;
-        for (int round = 0; round < 20000; ++round) {
-            QByteArray line = lines[random.bounded(int(lines.size()))];
-            for (int edits = random.bounded(4); edits > 0 && !line.isEmpty(); --edits) {
-                const int at = random.bounded(int(line.size()));
-                const int edit = random.bounded(3);
-                if (edit == 0)
-                    line.truncate(at);
-                else if (edit == 1)
-                    line.insert(at, QByteArray(random.bounded(30), ",*-.9"[random.bounded(5)]));
-                else
-                    line[at] = char(random.bounded(256));
-            }
-            parser.parse(std::string_view(line.constData(), line.size()));
-        }
-        // The fuzzed lines leave nothing behind that spoils the next good sentence.
-        QVERIFY(parser.parse(Gga));
-        QCOMPARE(parser.current().NS, 'S');
-        QCOMPARE(parser.current().HDOP, double(0.9f));
     }
 };
 

@@ -45,8 +45,6 @@ private slots:
         TKImageButton button;
         button.setImage(QStringLiteral("icon_play_n"));
         QCOMPARE(button.sizeHint(), QSize(40, 40));
-        QCOMPARE(button.images().pressed.name(), QStringLiteral("icon_play_p"));
-        QCOMPARE(button.images().rollOver.name(), QStringLiteral("icon_play_h"));
         // A name with an extension finds the same image; one without "_n" brings no others.
         button.setImage(QStringLiteral("record_n.png"));
         QCOMPARE(button.images().normal.name(), QStringLiteral("record_n"));
@@ -55,7 +53,7 @@ private slots:
         QVERIFY(button.images().pressed.isNull());
     }
 
-    void showsRollOverAndPressedImagesUnderTheMouse()
+    void showsRollOverPressedAndFadedLooks()
     {
         QWidget window;
         window.resize(120, 80);
@@ -66,24 +64,24 @@ private slots:
         QSignalSpy clicked(&button, &TKImageButton::clicked);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto showing = [&](const char* name) { return expectedLook(name, button.size()); };
 
-        const QColor normal = QColor(look(button).pixel(playGlyph));
+        QCOMPARE(look(button), showing("icon_play_n"));
         QTest::mouseMove(&button, QPoint(20, 20));
-        QTRY_COMPARE(button.currentImage().name(), QStringLiteral("icon_play_h"));
-        const QColor hover = QColor(look(button).pixel(playGlyph));
+        QTRY_COMPARE(look(button), showing("icon_play_h"));
         QTest::mousePress(&button, Qt::LeftButton, {}, QPoint(20, 20));
-        QCOMPARE(button.currentImage().name(), QStringLiteral("icon_play_p"));
-        const QColor pressed = QColor(look(button).pixel(playGlyph));
+        QCOMPARE(look(button), showing("icon_play_p"));
         QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(20, 20));
         QCOMPARE(clicked.count(), 1);
-        QCOMPARE(button.currentImage().name(), QStringLiteral("icon_play_h"));
+        QCOMPARE(look(button), showing("icon_play_h"));
         QTest::mouseMove(&window, QPoint(5, 5));
-        QTRY_COMPARE(button.currentImage().name(), QStringLiteral("icon_play_n"));
+        QTRY_COMPARE(look(button), showing("icon_play_n"));
 
-        // Light grey at rest, white under the mouse, the blue accent while pressed.
-        QVERIFY(normal.lightness() > 180 && normal.lightness() < 235);
-        QCOMPARE(hover, QColor(Qt::white));
-        QVERIFY(pressed.blue() > pressed.red() + 60);
+        const int enabled = QColor(look(button).pixel(playGlyph)).lightness();
+        button.setEnabled(false);
+        const int disabled = QColor(look(button).pixel(playGlyph)).lightness();
+        QVERIFY2(disabled < enabled - 60,
+                 qPrintable(QStringLiteral("%1 vs %2").arg(disabled).arg(enabled)));
     }
 
     void toggleShowsTheOnImage()
@@ -98,27 +96,13 @@ private slots:
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(button.isCheckable());
-        QCOMPARE(button.currentImage().name(), QStringLiteral("audio_front_n"));
         QCOMPARE(look(button), expectedLook(QStringLiteral("audio_front_n"), button.size()));
         QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(14, 14));
         QVERIFY(button.isChecked());
         QTest::mouseMove(&window, QPoint(100, 60));
-        QTRY_COMPARE(button.currentImage().name(), QStringLiteral("audio_rear_n"));
-        QCOMPARE(look(button), expectedLook(QStringLiteral("audio_rear_n"), button.size()));
+        QTRY_COMPARE(look(button), expectedLook(QStringLiteral("audio_rear_n"), button.size()));
         button.setChecked(false);
-        QCOMPARE(button.currentImage().name(), QStringLiteral("audio_front_n"));
-    }
-
-    void disabledButtonIsFaded()
-    {
-        TKImageButton button;
-        button.setImage(QStringLiteral("icon_play_n"));
-        button.resize(button.sizeHint());
-        const int enabled = QColor(look(button).pixel(playGlyph)).lightness();
-        button.setEnabled(false);
-        const int disabled = QColor(look(button).pixel(playGlyph)).lightness();
-        QVERIFY2(disabled < enabled - 60,
-                 qPrintable(QStringLiteral("%1 vs %2").arg(disabled).arg(enabled)));
+        QCOMPARE(look(button), expectedLook(QStringLiteral("audio_front_n"), button.size()));
     }
 
     void keyboardFocusDrawsARingAndSpacePresses()

@@ -34,22 +34,6 @@ private slots:
             QCOMPARE(image.pixel(x, 14), middle);
     }
 
-    void fullScreenBarSpansTheWidth()
-    {
-        TKThreePartImageView bar;
-        bar.setImages(QStringLiteral("bottom-background"), QStringLiteral("bottom-background"),
-                      QStringLiteral("bottom-background"));
-        bar.resize(1280, 36);
-        const QImage image = renderOn(bar, Qt::magenta);
-        // Opaque and alike across the whole width, dark, with a lighter line along the top.
-        for (int x : {0, 5, 640, 1274, 1279}) {
-            QCOMPARE(image.pixel(x, 20), image.pixel(640, 20));
-            QCOMPARE(image.pixel(x, 0), image.pixel(640, 0));
-        }
-        QVERIFY(QColor(image.pixel(640, 20)).lightness() < 40);
-        QVERIFY(QColor(image.pixel(640, 0)).lightness() > QColor(image.pixel(640, 20)).lightness());
-    }
-
     void colourViewFillsAndDrawsItsBorderInside()
     {
         TKColorBackgroundView view;
