@@ -100,19 +100,23 @@ inline void dismissAlert(QWidget* window)
     QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), window, WaitMs);
 }
 
-// The window shown, active and with its first page up; check QTest::currentTestFailed().
-inline void openWindow(KVRSettingController::Options options,
-                       std::unique_ptr<KVRSettingController>& window)
+// The window shown, active and with its first page up; null if it did not come up in time.
+inline std::unique_ptr<KVRSettingController> openWindow(KVRSettingController::Options options)
 {
-    window = std::make_unique<KVRSettingController>(std::move(options));
+    auto window = std::make_unique<KVRSettingController>(std::move(options));
     window->showWindow();
     // The loading sheet is window-modal: keys reach the window once it has closed. Offscreen
     // there is no window manager to give the window back its focus then.
-    QTRY_VERIFY_WITH_TIMEOUT(window->lastSelectedTabIndex() == 0 && !window->isLoading() &&
-                                 !window->loadingSheet()->isVisible(),
-                             WaitMs);
+    const bool loaded = QTest::qWaitFor(
+        [&] {
+            return window->lastSelectedTabIndex() == 0 && !window->isLoading() &&
+                   !window->loadingSheet()->isVisible();
+        },
+        WaitMs);
     QApplication::setActiveWindow(window.get());
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    if (!loaded || !QTest::qWaitForWindowActive(window.get()))
+        return nullptr;
+    return window;
 }
 
 // Saves with Ctrl+S and dismisses the success alert with Return; the window then closes.

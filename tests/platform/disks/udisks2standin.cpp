@@ -1,7 +1,7 @@
 // A stand-in for the UDisks2 daemon on a private bus, for the tests of the disk discovery. It
 // serves FAT image files as USB card readers, mounted with fusefat, with the daemon's object
 // layout, property types and errors, and only the calls the program makes. A control interface
-// lets the test plug and pull cards. Each call it serves is written to stdout as one line.
+// lets the test plug and pull cards. Each call on a file system is written to stdout as a line.
 //
 //   udisks2standin BUS-ADDRESS MOUNT-BASE
 
@@ -110,16 +110,14 @@ private:
         if (!card.mountPoint.isEmpty())
             points.append(card.mountPoint.toLocal8Bit() + '\0');
         InterfaceMap interfaces;
-        interfaces.insert(QStringLiteral("org.freedesktop.UDisks2.Block"),
-                          {{"Device", device},
-                           {"PreferredDevice", device},
-                           {"IdLabel", card.label},
-                           {"IdType", QStringLiteral("vfat")},
-                           {"Size", quint64(QFileInfo(card.image).size())},
-                           {"ReadOnly", card.readOnly},
-                           {"Drive", QVariant::fromValue(QDBusObjectPath(DrivePrefix + card.name))},
-                           {"HintIgnore", false},
-                           {"HintSystem", false}});
+        interfaces.insert(
+            QStringLiteral("org.freedesktop.UDisks2.Block"),
+            {{"Device", device},
+             {"PreferredDevice", device},
+             {"IdLabel", card.label},
+             {"Size", quint64(QFileInfo(card.image).size())},
+             {"ReadOnly", card.readOnly},
+             {"Drive", QVariant::fromValue(QDBusObjectPath(DrivePrefix + card.name))}});
         interfaces.insert(Filesystem, {{"MountPoints", QVariant::fromValue(points)}});
         if (card.partition)
             interfaces.insert(QStringLiteral("org.freedesktop.UDisks2.Partition"),
@@ -219,31 +217,40 @@ private:
     {
         const QVariantList args = message.arguments();
         if (message.member() == QLatin1String("AddCard") && args.size() == 5) {
-            Card card{args[0].toString(), args[1].toString(), QString(), args[2].toString(),
-                      args[3].toBool(),   args[4].toBool(),   QString(), nullptr};
-            m_cards.append(card);
-            if (mount(m_cards.last()).isEmpty())
+            Card& card = m_cards.emplaceBack(Card{args[0].toString(),
+                                                  args[1].toString(),
+                                                  {},
+                                                  args[2].toString(),
+                                                  args[3].toBool(),
+                                                  args[4].toBool()});
+            if (mount(card).isEmpty())
                 return message.createErrorReply(QStringLiteral("org.kavro.Error"), "mount failed");
             signal(QStringLiteral("InterfacesAdded"),
                    {QVariant::fromValue(QDBusObjectPath(BlockPrefix + card.name)),
-                    QVariant::fromValue(interfacesOf(m_cards.last()))});
-            note(QStringLiteral("AddCard %1 %2").arg(card.name, m_cards.last().mountPoint));
-            return message.createReply(m_cards.last().mountPoint);
+                    QVariant::fromValue(interfacesOf(card))});
+            return message.createReply(card.mountPoint);
         }
         if (message.member() == QLatin1String("RemoveCard") && args.size() == 1) {
-            Card* card = find(args[0].toString());
+            const QString name = args[0].toString();
+            Card* card = find(name);
             if (!card)
                 return message.createErrorReply(QStringLiteral("org.kavro.Error"), "no such card");
             if (!card->mountPoint.isEmpty())
                 unmount(*card);
-            QString path = BlockPrefix + card->name;
-            m_cards.removeIf([&](const Card& c) { return c.name == args[0].toString(); });
+            m_cards.removeIf([&](const Card& c) { return c.name == name; });
             signal(QStringLiteral("InterfacesRemoved"),
-                   {QVariant::fromValue(QDBusObjectPath(path)), QStringList{Filesystem}});
-            note(QStringLiteral("RemoveCard %1").arg(args[0].toString()));
+                   {QVariant::fromValue(QDBusObjectPath(BlockPrefix + name)),
+                    QStringList{Filesystem}});
             return message.createReply();
         }
         return message.createErrorReply(QStringLiteral("org.kavro.Error"), "bad control call");
+    }
+
+    // An error of the daemon's own kind, "org.freedesktop.UDisks2.Error.NAME".
+    static QDBusMessage failed(const QDBusMessage& message, const char* name, const QString& text)
+    {
+        return message.createErrorReply(
+            QStringLiteral("org.freedesktop.UDisks2.Error.") + QLatin1String(name), text);
     }
 
     QDBusMessage filesystem(const QDBusMessage& message, const QString& name)
@@ -255,52 +262,35 @@ private:
         const QVariantList args = message.arguments();
         const QVariantMap options =
             args.isEmpty() ? QVariantMap() : qdbus_cast<QVariantMap>(args.last());
-        note(QStringLiteral("%1 %2 no_user_interaction=%3")
-                 .arg(message.member(), name,
-                      options.value("auth.no_user_interaction").toBool() ? "true" : "false"));
         const QString member = message.member();
+        note(QStringLiteral("%1 %2 no_user_interaction=%3")
+                 .arg(member, name,
+                      options.value("auth.no_user_interaction").toBool() ? "true" : "false"));
+        const QString device = QStringLiteral("/dev/") + name;
         if (member == QLatin1String("Unmount")) {
             if (card->mountPoint.isEmpty())
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.NotMounted"),
-                    QStringLiteral("Device /dev/%1 is not mounted").arg(name));
+                return failed(message, "NotMounted", device + " is not mounted");
             if (!unmount(*card))
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.DeviceBusy"),
-                    QStringLiteral("Error unmounting /dev/%1: target is busy").arg(name));
+                return failed(message, "DeviceBusy", device + ": target is busy");
             propertiesChanged(*card);
             return message.createReply();
         }
         if (member == QLatin1String("Mount")) {
             if (!card->mountPoint.isEmpty())
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.AlreadyMounted"),
-                    QStringLiteral("Device /dev/%1 is already mounted at `%2'.")
-                        .arg(name, card->mountPoint));
-            QString dir = mount(*card);
+                return failed(message, "AlreadyMounted", device + " is already mounted");
+            const QString dir = mount(*card);
             if (dir.isEmpty())
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
-                    QStringLiteral("Error mounting /dev/%1").arg(name));
+                return failed(message, "Failed", "Error mounting " + device);
             propertiesChanged(*card);
             return message.createReply(dir);
         }
         if (member == QLatin1String("SetLabel") && args.size() == 2) {
             if (!card->mountPoint.isEmpty())
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
-                    QStringLiteral("Cannot change the label of mounted FAT file system /dev/%1")
-                        .arg(name));
-            if (card->readOnly)
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
-                    QStringLiteral("/dev/%1 is read-only").arg(name));
-            const QString label = args[0].toString();
-            if (!run(QStringLiteral("fatlabel"), {card->image, label}))
-                return message.createErrorReply(
-                    QStringLiteral("org.freedesktop.UDisks2.Error.Failed"),
-                    QStringLiteral("fatlabel failed"));
-            card->label = label;
+                return failed(message, "Failed", "Cannot change the label of mounted " + device);
+            if (card->readOnly ||
+                !run(QStringLiteral("fatlabel"), {card->image, args[0].toString()}))
+                return failed(message, "Failed", "Cannot change the label of " + device);
+            card->label = args[0].toString();
             return message.createReply();
         }
         return message.createErrorReply(QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"),
