@@ -6,13 +6,13 @@
 #include "telemetry/kvrblackboxdata.h"
 
 #include "../map/mappagetest.h"
+#include "testsupport.h"
 
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 using namespace kavro;
@@ -23,21 +23,6 @@ namespace {
 _AVI_GSENSOR_DATA_T gsensor(std::uint32_t time, std::int32_t x)
 {
     return {171, time, x, -384, 0, 25};
-}
-
-_AVI_GPS_DATA_T gps(std::uint32_t time, double latitude, double longitude, std::uint32_t speed,
-                    char unit, const QByteArray& nmea)
-{
-    _AVI_GPS_DATA_T record{};
-    record.header = 205;
-    record.nTimestamp = time;
-    record.fLatitude = latitude;
-    record.fLongitude = longitude;
-    record.fSpeed = speed;
-    record.KM = unit;
-    record.nLen = std::uint32_t(nmea.size());
-    std::memcpy(record.RawData, nmea.constData(), std::min<std::size_t>(nmea.size(), 508));
-    return record;
 }
 
 // A GGA sentence: hemispheres, satellites used and HDOP.
@@ -134,7 +119,7 @@ private slots:
         QCOMPARE(KVRTelemetryDisplay::positionText(0, -0.5),
                  QStringLiteral("0.000000\u00b0 N   0.500000\u00b0 W"));
         // A speed is shown as stored, also beyond what a signed number holds.
-        _AVI_GPS_DATA_T record = gps(0, 0, 0, 3000000000u, '1', {});
+        _AVI_GPS_DATA_T record = gpsRecord(0, {}, 0, 0, 3e9f, '1');
         QCOMPARE(KVRTelemetryDisplay::speedText(record), QStringLiteral("3000000000 Mi/h"));
     }
 
@@ -145,10 +130,10 @@ private slots:
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("drive.avi"));
         QVERIFY(writeRecording(
-            path, {{gps(100, 3733.5, 12659.4, 57, '9', gga("N", "E", 8, "0.95")), {}},
+            path, {{gpsRecord(100, gga("N", "E", 8, "0.95"), 3733.5, 12659.4, 57, '9'), {}},
                    {{}, gsensor(100, 10)},
                    {{}, gsensor(200, -384)},
-                   {gps(300, 3435.52, 5825.87, 40, '1', gga("S", "W", 11, "1.26")), {}},
+                   {gpsRecord(300, gga("S", "W", 11, "1.26"), 3435.52, 5825.87, 40, '1'), {}},
                    {{}, gsensor(300, 0)},
                    {{}, gsensor(400, 512)}}));
         KVRBlackBoxData store;
