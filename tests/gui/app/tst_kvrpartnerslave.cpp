@@ -194,8 +194,9 @@ private slots:
             }
             return;
         }
-        // A moment for the partner's catch-up after the move, then a look every 70 ms.
-        QTest::qWait(150);
+        // A moment for the partner's catch-up after the move, then a look every 70 ms. Each player
+        // takes a new speed on its own, the partner caught up within half a second.
+        QTest::qWait(action == Action::DoubleSpeed ? 500 : 150);
         std::vector<int> drifts;
         for (int look = 0; look < 6; ++look) {
             if (const auto frames = shownFrames())
