@@ -47,38 +47,42 @@ private slots:
     void cleanup() { m_viewer.reset(); }
 
     // [ and ] step the speed within 1..2; Ctrl+Up/Down step the volume by ten within 0..200,
-    // where the slider also goes.
+    // where the slider also goes. Each step: the slider set first (-1: left), the key, then
+    // the speed and volume the person gets.
     void speedAndVolumeStayInTheirRanges()
     {
         Viewer& viewer = *m_viewer;
-        QWidget* list = viewer.ui().mediaListTableView;
-        QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
-        QTest::keyClick(list, Qt::Key_BracketLeft);
-        QCOMPARE(playInfo()->speed(), 1.0);
-        QTest::keyClick(list, Qt::Key_BracketRight);
-        QTest::keyClick(list, Qt::Key_BracketRight);
-        QCOMPARE(playInfo()->speed(), 2.0);
-        QCOMPARE(viewer.ui().speedTextButton->text(), QString("2.0x"));
-        QCOMPARE(viewer.player1()->rate(), 2.0f);
-        QCOMPARE(viewer.player2()->rate(), 2.0f);
-        QTest::keyClick(list, Qt::Key_BracketLeft);
-        QCOMPARE(viewer.player2()->rate(), 1.0f);
-        QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
-
         QSlider* slider = viewer.ui().volumeSlider;
         QCOMPARE(controls()->volume(), quint64(70));
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(80));
-        QCOMPARE(viewer.player1()->audio()->volume(), 80);
-        slider->setValue(195);
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(200));
-        QCOMPARE(slider->value(), 200);
-        slider->setValue(5);
-        QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(0));
-        QCOMPARE(slider->value(), 0);
+        const struct
+        {
+            int slider;
+            Qt::Key key;
+            Qt::KeyboardModifiers modifiers;
+            double speed;
+            int volume;
+        } steps[] = {{-1, Qt::Key_BracketLeft, {}, 1, 70},
+                     {-1, Qt::Key_BracketRight, {}, 2, 70},
+                     {-1, Qt::Key_BracketRight, {}, 2, 70},
+                     {-1, Qt::Key_BracketLeft, {}, 1, 70},
+                     {-1, Qt::Key_Up, Qt::ControlModifier, 1, 80},
+                     {195, Qt::Key_Up, Qt::ControlModifier, 1, 200},
+                     {-1, Qt::Key_Up, Qt::ControlModifier, 1, 200},
+                     {5, Qt::Key_Down, Qt::ControlModifier, 1, 0}};
+        for (const auto& step : steps) {
+            if (step.slider >= 0)
+                slider->setValue(step.slider);
+            QTest::keyClick(viewer.ui().mediaListTableView, step.key, step.modifiers);
+            QCOMPARE(playInfo()->speed(), step.speed);
+            QCOMPARE(viewer.ui().speedTextButton->text(),
+                     QString::number(step.speed, 'f', 1) + 'x');
+            QCOMPARE(viewer.player1()->rate(), float(step.speed));
+            QCOMPARE(viewer.player2()->rate(), float(step.speed));
+            QCOMPARE(controls()->volume(), quint64(step.volume));
+            QCOMPARE(slider->value(), step.volume);
+            // The front file of this pair has the sound.
+            QCOMPARE(viewer.player1()->audio()->volume(), step.volume);
+        }
     }
 
     // Shorter than ten seconds: Left goes to the start, Right to the end. Paused, Left moves the
@@ -175,33 +179,25 @@ private slots:
         QTRY_COMPARE(viewer.ui().sizeTextButton->text(), windowed);
     }
 
+    // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height), then
+    // goes full screen; smaller leaves full screen for the start-up frame, and no further.
     void sizeStepsGrowToFullScreenAndShrinkToTheMinimum()
     {
         Viewer& viewer = *m_viewer;
         CustomWindow* window = viewer.window();
-        QWidget* list = viewer.ui().mediaListTableView;
         const QRect start = window->frameGeometry();
         QCOMPARE(start.size(), KVRWindowLayout::minWindowSize());
-        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
-        QCOMPARE(window->frameGeometry(), start);
-
-        // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height).
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QCOMPARE(window->frameGeometry().size(), QSize(1224, 768));
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QCOMPARE(window->frameGeometry().size(), QSize(1428, 896));
-        QVERIFY(!window->isFullScreen());
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QVERIFY(window->isFullScreen());
-        QCOMPARE(window->frameGeometry().size(), QSize(1600, 1000));
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QVERIFY(window->isFullScreen());
-
-        // Smaller leaves full screen for the start-up frame, then shrinks no further.
-        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
-        QVERIFY(!window->isFullScreen());
-        QCOMPARE(window->frameGeometry(), start);
-        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
+        const QSize full(1600, 1000);
+        const std::pair<Qt::Key, QSize> steps[] = {
+            {Qt::Key_Minus, start.size()}, {Qt::Key_Equal, {1224, 768}},
+            {Qt::Key_Equal, {1428, 896}},  {Qt::Key_Equal, full},
+            {Qt::Key_Equal, full},         {Qt::Key_Minus, start.size()},
+            {Qt::Key_Minus, start.size()}};
+        for (const auto& [key, size] : steps) {
+            QTest::keyClick(viewer.ui().mediaListTableView, key, Qt::ControlModifier);
+            QCOMPARE(window->frameGeometry().size(), size);
+            QCOMPARE(window->isFullScreen(), size == full);
+        }
         QCOMPARE(window->frameGeometry(), start);
         QTRY_COMPARE(viewer.ui().sizeTextButton->text(), shownSize());
     }
