@@ -56,7 +56,7 @@ private slots:
         QCOMPARE(storedLanguages(), QStringList{"en"});
     }
 
-    void keysDriveThePlayback()
+    void keysDriveThePlaybackUntilTheWindowCloses()
     {
         Viewer viewer;
         QVERIFY(viewer.openFolder(m_card.root));
@@ -75,6 +75,13 @@ private slots:
         QTest::keyClick(focus, Qt::Key_Return);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.engine()->mediaIndex() == 2 && viewer.playing(),
                                  test::StartWaitMs);
+
+        // Closing the window stops both players.
+        QVERIFY(viewer.window()->close());
+        QVERIFY(viewer.player1()->media().isNull());
+        QVERIFY(viewer.player2()->media().isNull());
+        QVERIFY(!viewer.player1()->isPlaying() && !viewer.player2()->isPlaying());
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStateStopped);
     }
 
     // What the command line names: a recording plays in its folder's list, an empty folder says
@@ -215,18 +222,6 @@ private slots:
         }
         QCOMPARE(installInfoPlistTranslator(), choice == "ko" ? "ko" : "en");
         installInfoPlistTranslator("en");
-    }
-
-    void closingTheWindowStopsBothPlayers()
-    {
-        Viewer viewer;
-        QVERIFY(viewer.openFolder(m_card.root));
-        QVERIFY(viewer.playRow(0));
-        QVERIFY(viewer.window()->close());
-        QVERIFY(viewer.player1()->media().isNull());
-        QVERIFY(viewer.player2()->media().isNull());
-        QVERIFY(!viewer.player1()->isPlaying() && !viewer.player2()->isPlaying());
-        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStateStopped);
     }
 };
 

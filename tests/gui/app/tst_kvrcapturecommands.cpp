@@ -16,7 +16,6 @@
 #include <QProcess>
 #include <QTableWidget>
 
-#include <cstring>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -102,20 +101,8 @@ bool writeSteadyRecording(const QString& path)
         const auto stamp = std::uint32_t(100 * (frame + 1));
         if (!writer.addTelemetryRecord(_AVI_GSENSOR_DATA_T{171, stamp, 128, -64, 256, 25}))
             return false;
-        if (frame % 10 != 0)
-            return true;
-        _AVI_GPS_DATA_T gps = {};
-        gps.header = 205;
-        gps.nTimestamp = stamp;
-        gps.nLen = std::uint32_t(nmea.size());
-        gps.fLatitude = 3733.5;
-        gps.fLongitude = 12659.4;
-        gps.fSpeed = 57;
-        gps.NS = 'N';
-        gps.EW = 'E';
-        gps.KM = '9';
-        std::memcpy(gps.RawData, nmea.constData(), std::size_t(nmea.size()));
-        return writer.addTelemetryRecord(gps);
+        return frame % 10 != 0 ||
+               writer.addTelemetryRecord(gpsRecord(stamp, nmea, 3733.5, 12659.4, 57, '9'));
     };
     return writePlainRecording(
         path, QSize(320, 180), 40, [](int) { return QColor(40, 90, 160); }, records);

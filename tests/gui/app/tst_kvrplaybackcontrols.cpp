@@ -46,60 +46,49 @@ private slots:
 
     void cleanup() { m_viewer.reset(); }
 
-    void speedStaysBetweenOneAndTwo()
+    // [ and ] step the speed within 1..2; Ctrl+Up/Down step the volume by ten within 0..200,
+    // where the slider also goes. Each step: the slider set first (-1: left), the key, then
+    // the speed and volume the person gets.
+    void speedAndVolumeStayInTheirRanges()
     {
         Viewer& viewer = *m_viewer;
-        QWidget* list = viewer.ui().mediaListTableView;
-        QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
-        QTest::keyClick(list, Qt::Key_BracketLeft);
-        QCOMPARE(playInfo()->speed(), 1.0);
-        QTest::keyClick(list, Qt::Key_BracketRight);
-        QTest::keyClick(list, Qt::Key_BracketRight);
-        QCOMPARE(playInfo()->speed(), 2.0);
-        QCOMPARE(viewer.ui().speedTextButton->text(), QString("2.0x"));
-        QCOMPARE(viewer.player1()->rate(), 2.0f);
-        QCOMPARE(viewer.player2()->rate(), 2.0f);
-        QTest::keyClick(list, Qt::Key_BracketLeft);
-        QCOMPARE(viewer.player2()->rate(), 1.0f);
-        QCOMPARE(viewer.ui().speedTextButton->text(), QString("1.0x"));
-    }
-
-    // Ctrl+Up/Down step by ten within 0..200; the slider is dragged.
-    void volumeStaysBetweenZeroAndTwoHundred()
-    {
-        Viewer& viewer = *m_viewer;
-        QWidget* list = viewer.ui().mediaListTableView;
         QSlider* slider = viewer.ui().volumeSlider;
         QCOMPARE(controls()->volume(), quint64(70));
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(80));
-        QCOMPARE(viewer.player1()->audio()->volume(), 80);
-        slider->setValue(195);
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(200));
-        QCOMPARE(slider->value(), 200);
-        slider->setValue(5);
-        QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
-        QCOMPARE(controls()->volume(), quint64(0));
-        QCOMPARE(slider->value(), 0);
+        const struct
+        {
+            int slider;
+            Qt::Key key;
+            Qt::KeyboardModifiers modifiers;
+            double speed;
+            int volume;
+        } steps[] = {{-1, Qt::Key_BracketLeft, {}, 1, 70},
+                     {-1, Qt::Key_BracketRight, {}, 2, 70},
+                     {-1, Qt::Key_BracketRight, {}, 2, 70},
+                     {-1, Qt::Key_BracketLeft, {}, 1, 70},
+                     {-1, Qt::Key_Up, Qt::ControlModifier, 1, 80},
+                     {195, Qt::Key_Up, Qt::ControlModifier, 1, 200},
+                     {-1, Qt::Key_Up, Qt::ControlModifier, 1, 200},
+                     {5, Qt::Key_Down, Qt::ControlModifier, 1, 0}};
+        for (const auto& step : steps) {
+            if (step.slider >= 0)
+                slider->setValue(step.slider);
+            QTest::keyClick(viewer.ui().mediaListTableView, step.key, step.modifiers);
+            QCOMPARE(playInfo()->speed(), step.speed);
+            QCOMPARE(viewer.ui().speedTextButton->text(),
+                     QString::number(step.speed, 'f', 1) + 'x');
+            QCOMPARE(viewer.player1()->rate(), float(step.speed));
+            QCOMPARE(viewer.player2()->rate(), float(step.speed));
+            QCOMPARE(controls()->volume(), quint64(step.volume));
+            QCOMPARE(slider->value(), step.volume);
+            // The front file of this pair has the sound.
+            QCOMPARE(viewer.player1()->audio()->volume(), step.volume);
+        }
     }
 
+    // Shorter than ten seconds: Left goes to the start, Right to the end. Paused, Left moves the
+    // picture, the slider, the time and the telemetry to the start; the time beside the slider
+    // counts the recording's own seconds.
     void jumpsStopAtTheStartAndTheEnd()
-    {
-        Viewer& viewer = *m_viewer;
-        // Shorter than ten seconds: back goes to the start, forward to the end.
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 1000, test::StartWaitMs);
-        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Left);
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() < 600, 3000);
-        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Right);
-        QTRY_VERIFY_WITH_TIMEOUT(
-            viewer.player1()->position() >= 0.998f && viewer.player2()->position() >= 0.998f, 5000);
-    }
-
-    // Paused, Left past the start moves the picture, the slider, the time and the telemetry to
-    // the start; the time beside the slider counts the recording's own seconds.
-    void pausedJumpBackShowsTheStart()
     {
         Viewer& viewer = *m_viewer;
         const int seconds = m_card.longestPair()->duration;
@@ -118,21 +107,10 @@ private slots:
         QCOMPARE(viewer.ui().videoPositionSlider->fraction(), 0.0);
         QVERIFY(viewer.ui().playTimeField->text().startsWith("00:00 / "));
         QTRY_VERIFY(viewer.ui().graphView->timePosition() < 0.05);
-    }
 
-    // The size shown follows the window back from full screen, also while paused.
-    void pausedFullScreenAndBackKeepsTheSizeTrue()
-    {
-        Viewer& viewer = *m_viewer;
-        QTRY_COMPARE(viewer.ui().sizeTextButton->text(), shownSize());
-        const QString windowed = viewer.ui().sizeTextButton->text();
-        viewer.ui().playButton->click();
-        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
-        QWidget* list = viewer.ui().mediaListTableView;
-        QTest::keyClick(list, Qt::Key_F);
-        QTRY_VERIFY(viewer.ui().sizeTextButton->text() != windowed);
-        QTest::keyClick(list, Qt::Key_Escape);
-        QTRY_COMPARE(viewer.ui().sizeTextButton->text(), windowed);
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Right);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            viewer.player1()->position() >= 0.998f && viewer.player2()->position() >= 0.998f, 5000);
     }
 
     void playButtonPausesResumesAndReplaysAtTheEnd()
@@ -157,66 +135,69 @@ private slots:
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
     }
 
-    // The loaded row chosen again (double-click or Return): paused, it plays from the start;
+    // The loaded row chosen again: paused, it plays from the start (double-click, then Return);
     // playing, it goes on.
-    void theLoadedRowChosenAgain_data()
-    {
-        QTest::addColumn<bool>("paused");
-        QTest::addColumn<bool>("byKey");
-        QTest::newRow("paused, double-click") << true << false;
-        QTest::newRow("paused, Return") << true << true;
-        QTest::newRow("playing, double-click") << false << false;
-    }
-
     void theLoadedRowChosenAgain()
     {
-        QFETCH(bool, paused);
-        QFETCH(bool, byKey);
         Viewer& viewer = *m_viewer;
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 2000, test::StartWaitMs);
-        if (paused) {
-            viewer.ui().playButton->click();
-            QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
-        }
-        const qint64 before = viewer.player1()->time().intValue();
-        if (byKey)
-            QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Return);
-        else
-            viewer.doubleClickRow(m_longestRow);
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
-        const qint64 after = viewer.player1()->time().intValue();
-        QVERIFY2(paused ? after < before - 800 : after >= before,
-                 qPrintable(QString("%1 -> %2 ms").arg(before).arg(after)));
-        QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
+        const auto time = [&viewer] { return viewer.player1()->time().intValue(); };
+        const auto chooseAgain = [&](bool paused, bool byKey) {
+            if (paused) {
+                viewer.ui().playButton->click();
+                QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+            }
+            const qint64 before = time();
+            if (byKey)
+                QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Return);
+            else
+                viewer.doubleClickRow(m_longestRow);
+            QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
+            QVERIFY2(paused ? time() < before - 800 : time() >= before,
+                     qPrintable(QString("%1 -> %2 ms").arg(before).arg(time())));
+            QCOMPARE(viewer.engine()->mediaIndex(), qint64(m_longestRow));
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(time() > 1500, test::StartWaitMs);
+        chooseAgain(true, false);
+        QTRY_VERIFY_WITH_TIMEOUT(time() > 300, test::StartWaitMs);
+        chooseAgain(false, false);
+        QTRY_VERIFY_WITH_TIMEOUT(time() > 1500, test::StartWaitMs);
+        chooseAgain(true, true);
     }
 
+    // The size shown follows the window back from full screen, also while paused.
+    void pausedFullScreenAndBackKeepsTheSizeTrue()
+    {
+        Viewer& viewer = *m_viewer;
+        QTRY_COMPARE(viewer.ui().sizeTextButton->text(), shownSize());
+        const QString windowed = viewer.ui().sizeTextButton->text();
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        QWidget* list = viewer.ui().mediaListTableView;
+        QTest::keyClick(list, Qt::Key_F);
+        QTRY_VERIFY(viewer.ui().sizeTextButton->text() != windowed);
+        QTest::keyClick(list, Qt::Key_Escape);
+        QTRY_COMPARE(viewer.ui().sizeTextButton->text(), windowed);
+    }
+
+    // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height), then
+    // goes full screen; smaller leaves full screen for the start-up frame, and no further.
     void sizeStepsGrowToFullScreenAndShrinkToTheMinimum()
     {
         Viewer& viewer = *m_viewer;
         CustomWindow* window = viewer.window();
-        QWidget* list = viewer.ui().mediaListTableView;
         const QRect start = window->frameGeometry();
         QCOMPARE(start.size(), KVRWindowLayout::minWindowSize());
-        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
-        QCOMPARE(window->frameGeometry(), start);
-
-        // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height).
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QCOMPARE(window->frameGeometry().size(), QSize(1224, 768));
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QCOMPARE(window->frameGeometry().size(), QSize(1428, 896));
-        QVERIFY(!window->isFullScreen());
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QVERIFY(window->isFullScreen());
-        QCOMPARE(window->frameGeometry().size(), QSize(1600, 1000));
-        QTest::keyClick(list, Qt::Key_Equal, Qt::ControlModifier);
-        QVERIFY(window->isFullScreen());
-
-        // Smaller leaves full screen for the start-up frame, then shrinks no further.
-        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
-        QVERIFY(!window->isFullScreen());
-        QCOMPARE(window->frameGeometry(), start);
-        QTest::keyClick(list, Qt::Key_Minus, Qt::ControlModifier);
+        const QSize full(1600, 1000);
+        const std::pair<Qt::Key, QSize> steps[] = {
+            {Qt::Key_Minus, start.size()}, {Qt::Key_Equal, {1224, 768}},
+            {Qt::Key_Equal, {1428, 896}},  {Qt::Key_Equal, full},
+            {Qt::Key_Equal, full},         {Qt::Key_Minus, start.size()},
+            {Qt::Key_Minus, start.size()}};
+        for (const auto& [key, size] : steps) {
+            QTest::keyClick(viewer.ui().mediaListTableView, key, Qt::ControlModifier);
+            QCOMPARE(window->frameGeometry().size(), size);
+            QCOMPARE(window->isFullScreen(), size == full);
+        }
         QCOMPARE(window->frameGeometry(), start);
         QTRY_COMPARE(viewer.ui().sizeTextButton->text(), shownSize());
     }

@@ -91,13 +91,12 @@ private slots:
         QVERIFY(!stored.gsensor.empty() && stored.fixes.size() == stored.gps.size());
         const auto at = [position](std::size_t count) { return std::size_t(position * count); };
         const _AVI_GSENSOR_DATA_T& sample = stored.gsensor[at(stored.gsensor.size())];
-        QVERIFY(viewer.ui().gsensorXField->text().startsWith(QStringLiteral("X=")));
-        QVERIFY(std::abs(shownNumber(viewer.ui().gsensorXField->text()) - sample.xAxis / 256.0) <
-                0.0051);
-        QVERIFY(std::abs(shownNumber(viewer.ui().gsensorYField->text()) - sample.yAxis / 256.0) <
-                0.0051);
-        QVERIFY(std::abs(shownNumber(viewer.ui().gsensorZField->text()) - sample.zAxis / 256.0) <
-                0.0051);
+        const QLabel* fields[] = {viewer.ui().gsensorXField, viewer.ui().gsensorYField,
+                                  viewer.ui().gsensorZField};
+        const int axes[] = {sample.xAxis, sample.yAxis, sample.zAxis};
+        for (int axis = 0; axis < 3; ++axis)
+            QVERIFY2(std::abs(shownNumber(fields[axis]->text()) - axes[axis] / 256.0) < 0.0051,
+                     qPrintable(fields[axis]->text()));
 
         const std::size_t k = at(stored.gps.size());
         QCOMPARE(viewer.ui().speedField->text(),
@@ -160,16 +159,14 @@ private slots:
         QTRY_COMPARE(viewer.ui().positionField->text(),
                      QStringLiteral("This recording has no GPS data"));
         QCOMPARE(viewer.ui().speedField->text(), QString());
-        const auto debugLines = [&map] {
-            return mapState(map).value("debug").toStringList().count(
-                QStringLiteral("GPS Data Count=Zero"));
+        // That the page hears so at every change is the display's own test; here, a move.
+        const auto told = [&map] {
+            return mapState(map).value("debug").toStringList().count("GPS Data Count=Zero");
         };
-        const qsizetype before = debugLines();
-        QVERIFY(before >= 1 && before < 40);
-        for (int seeks = 1; seeks <= 3; ++seeks) {
-            emit viewer.ui().videoPositionSlider->userMoved(0.2 * seeks);
-            QTRY_VERIFY_WITH_TIMEOUT(debugLines() >= before + seeks, 10000);
-        }
+        const qsizetype before = told();
+        QVERIFY(before >= 1);
+        emit viewer.ui().videoPositionSlider->userMoved(0.6);
+        QTRY_VERIFY_WITH_TIMEOUT(told() > before, 10000);
         QCOMPARE(viewer.ui().speedField->text(), QString());
         QVERIFY(markerOf(mapState(map)).isEmpty());
         QCOMPARE(viewer.ui().positionField->text(),
