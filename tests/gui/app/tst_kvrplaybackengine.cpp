@@ -214,6 +214,7 @@ private slots:
         QVERIFY(!viewer.ui().audioToggleButton->isVisible());
         QVERIFY(status->text().isEmpty());
     }
+
     // The crash recording: the front file stops mid-way without its index, the rear runs on.
     // The telemetry comes back from the chunks, and the partner is placed by elapsed time.
     void aPairCutShortPlaysInStepWithItsRecoveredTelemetry()
