@@ -26,24 +26,16 @@ KVRPlayNextTimer::KVRPlayNextTimer(const VLCMediaPlayer* player, QObject* parent
     connect(&m_timer, &QTimer::timeout, this, &KVRPlayNextTimer::look);
 }
 
-namespace {
-
-RecordingFileCheck checkOf(const QString& path)
-{
-    return path.isEmpty() ? RecordingFileCheck() : RecordingFileCheck(path);
-}
-
-} // namespace
-
+// A check of an empty path never reports a loss.
 void KVRPlayNextTimer::watchFiles(const QString& large, const QString& small)
 {
-    m_file = checkOf(large);
-    m_partnerFile = checkOf(small);
+    m_file = RecordingFileCheck(large);
+    m_partnerFile = RecordingFileCheck(small);
 }
 
 void KVRPlayNextTimer::watchPartner(const QString& small)
 {
-    m_partnerFile = checkOf(small);
+    m_partnerFile = RecordingFileCheck(small);
 }
 
 void KVRPlayNextTimer::start()
