@@ -48,6 +48,12 @@ bool isPaused(const VLCMediaPlayer* player)
     return player->state() == VLCMediaPlayerStatePaused;
 }
 
+// Playing and meant to go on: just paused, libVLC may still say the player plays.
+bool playsOn(const VLCMediaPlayer* player)
+{
+    return KVRPlaybackEngine::isPlaying(player) && !player->pauseRequested();
+}
+
 } // namespace
 
 KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players,
@@ -360,7 +366,8 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
             VLCMediaPlayer* player2 = m_players.player2;
             const qint64 time = m_players.player1->time().intValue();
             const qint64 length2 = player2->lengthMilliseconds();
-            if (isPlaying(m_players.player1)) {
+            // A pause the person made since must not be undone by a hold.
+            if (playsOn(m_players.player1)) {
                 // Playing, the partner follows by rate, without the jump of a seek; one resting
                 // at its end while the large one is back within its length is sent there.
                 if (m_alignAtResync && player2->isPlaying())
@@ -387,8 +394,7 @@ void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds, bool mayHold)
     VLCMediaPlayer* player2 = m_players.player2;
     if (!hasMedia(player2))
         return;
-    // Just paused, libVLC may still say the large one plays.
-    const bool playing = mayHold && isPlaying(m_players.player1);
+    const bool playing = mayHold && playsOn(m_players.player1);
     m_partnerPlacedForMove = true;
     const qint64 length = player2->lengthMilliseconds();
     const bool beyondItsEnd = length > 0 && milliseconds >= length;

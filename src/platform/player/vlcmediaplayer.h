@@ -53,6 +53,8 @@ public:
     void stop();
     VLCMediaPlayerState state() const;
     bool isPlaying() const;
+    // Asked to pause and not asked to play since: libVLC goes on saying it plays for a moment.
+    bool pauseRequested() const { return m_pauseRequested; }
     bool isSeekable() const;
 
     // Fraction of the recording, 0 .. 1; exactly 1 while resting at the end.

@@ -80,6 +80,38 @@ private slots:
 
     void cleanupTestCase() { m_viewer.reset(); }
 
+    // A pause right as the start's alignment of the pair begins, or while it holds the pair,
+    // stays: nothing the engine does on its own plays on.
+    void pauseJustAfterStartStays_data()
+    {
+        QTest::addColumn<int>("afterMs");
+        QTest::newRow("as the pair is aligned") << 299;
+        QTest::newRow("while it is held") << 500;
+    }
+
+    void pauseJustAfterStartStays()
+    {
+        QFETCH(int, afterMs);
+        Viewer& viewer = *m_viewer;
+        viewer.engine()->clearCurrentRecording();
+        bool paused = false;
+        const QMetaObject::Connection started =
+            connect(viewer.engine(), &KVRPlaybackEngine::playbackStarted, this,
+                    [&viewer, &paused, afterMs] {
+                        QTimer::singleShot(afterMs, [&viewer, &paused] {
+                            viewer.ui().playButton->click();
+                            paused = true;
+                        });
+                    });
+        viewer.doubleClickRow(viewer.rowOf(QFileInfo(m_card.path(*m_pair, false)).fileName()));
+        QTRY_VERIFY_WITH_TIMEOUT(paused, test::StartWaitMs);
+        disconnect(started);
+        QTest::qWait(1200);
+        QVERIFY(!KVRPlaybackEngine::isPlaying(viewer.player1()));
+        QVERIFY(!KVRPlaybackEngine::isPlaying(viewer.player2()));
+        QVERIFY(!viewer.delegate->playInfo()->isPlaying());
+    }
+
     // One pair played through the ways a person moves in it, in this order.
     void bothPicturesShowTheSameFrame_data()
     {
