@@ -131,8 +131,6 @@ void KVRAppDelegate::setupInitialValues()
     m_mediaList->setDelegate(this);
     m_controls = new KVRPlaybackControls(m_ui, players, m_playInfo, m_engine, this);
     m_engine->setCollaborators(m_controls, m_layout, m_loading);
-    connect(m_loading, &KVRLoadingController::loadingTimedOut, m_engine,
-            &KVRPlaybackEngine::giveUpOpening);
     connect(m_engine, &KVRPlaybackEngine::statusMessage, m_ui.statusField, &QLabel::setText);
 
     connect(m_window.get(), &CustomWindow::isFullScreenChanged, m_layout,

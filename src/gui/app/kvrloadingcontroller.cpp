@@ -53,7 +53,6 @@ void KVRLoadingController::updateLoadingWindow(double longestDisplayTime)
     m_progress += ticks > 0 ? 100.0 / ticks : 100.0;
     if (m_indicator)
         m_indicator->setDoubleValue(m_progress);
-    const bool timedOut = m_progress >= 100.0 && !m_stopVideoLoadingView;
     if (m_progress >= 100.0 || m_stopVideoLoadingView) {
         if (m_indicator) {
             m_indicator->setDoubleValue(m_indicator->minValue());
@@ -62,8 +61,6 @@ void KVRLoadingController::updateLoadingWindow(double longestDisplayTime)
         }
         m_stopVideoLoadingView = true;
         m_showing = false;
-        if (timedOut)
-            emit loadingTimedOut();
         return;
     }
     scheduleTick(longestDisplayTime);

@@ -9,7 +9,7 @@ class PMProgressIndicator;
 
 // The loading indicator of the main window while a recording opens. It fills up in 0.3-second
 // ticks over at most the longest display time and is hidden at the first tick after
-// hideLoading(), or when it is full.
+// hideLoading(), or when it is full; the opening itself keeps its own time.
 class KVRLoadingController : public QObject
 {
     Q_OBJECT
@@ -31,10 +31,7 @@ public:
 
     // Tests shorten the longest display time.
     void setLongestDisplayTime(double seconds) { m_longestDisplayTime = seconds; }
-
-signals:
-    // The indicator gave up: the longest display time passed without hideLoading().
-    void loadingTimedOut();
+    double longestDisplayTime() const { return m_longestDisplayTime; }
 
 private:
     void updateLoadingWindow(double longestDisplayTime);

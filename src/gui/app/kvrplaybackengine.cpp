@@ -158,6 +158,12 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     m_playNextTimer->watchFiles(player1->media().path(), player2->media().path());
     emit statusMessage(QString());
     m_loading->showLoading(QStringLiteral("Loading..."));
+    // An opening that never starts is given up after the indicator's time, whatever hid the
+    // indicator before (a late report of the last recording's player).
+    QTimer::singleShot(int(m_loading->longestDisplayTime() * 1000), this, [this, opening] {
+        if (opening == m_opening)
+            giveUpOpening();
+    });
 
     const VLCMediaPlayer* frontPlayer = player1->media().isRearMedia() ? player2 : player1;
     const QString frontPath = frontPlayer->media().path();

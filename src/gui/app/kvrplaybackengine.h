@@ -58,8 +58,6 @@ public:
     void stopPlay();
     // Stops both players and forgets the recording, for a newly opened folder.
     void clearCurrentRecording();
-    // Gives up an opening whose start never came: the user may open another.
-    void giveUpOpening();
     void swapPlayer();
     // Ends the move after the given delay: the small player follows the large one, and a paused
     // window shows where the seek landed.
@@ -110,6 +108,8 @@ private:
     void didFinishPlay();
     void reopenPartnerAt(qint64 milliseconds, bool playing);
     void pauseReopenedPartner();
+    // Gives up an opening whose start never came: the user may open another.
+    void giveUpOpening();
     void failRecording();
     // The small picture's file can't be played: the large one goes on alone.
     void dropPartner(const char* why);
