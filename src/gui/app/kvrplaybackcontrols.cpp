@@ -25,12 +25,8 @@ namespace {
 
 constexpr double EndPosition = KVRPlaybackEngine::EndPosition;
 constexpr int ResumeDelayMs = 100;
+constexpr auto hasMedia = &KVRPlaybackEngine::hasMedia;
 constexpr double ResyncDelay = 0.3;
-
-bool hasMedia(const VLCMediaPlayer* player)
-{
-    return !player->media().isNull();
-}
 
 // The recording's length in milliseconds, 0 while unknown.
 qint64 lengthOf(const VLCMediaPlayer* player)

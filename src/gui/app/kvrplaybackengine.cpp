@@ -5,6 +5,7 @@
 #include "kvrmainwindowui.h"
 #include "kvrmedialisttablemodel.h"
 #include "kvrmedialisttableview.h"
+#include "kvrpairplacement.h"
 #include "kvrpartnerslave.h"
 #include "kvrplaybackcontrols.h"
 #include "kvrplayinfo.h"
@@ -35,23 +36,10 @@ namespace {
 constexpr double StartResyncDelay = 0.3;
 constexpr int SwapRestoreMs = 800;
 constexpr int SwapDoneMs = 1700;
-// How far before its end a shorter partner is sent to play out its last frames.
-constexpr qint64 PartnerEndMarginMs = 100;
-
-bool hasMedia(const VLCMediaPlayer* player)
-{
-    return player && !player->media().isNull();
-}
 
 bool isPaused(const VLCMediaPlayer* player)
 {
     return player->state() == VLCMediaPlayerStatePaused;
-}
-
-// Playing and meant to go on: just paused, libVLC may still say the player plays.
-bool playsOn(const VLCMediaPlayer* player)
-{
-    return KVRPlaybackEngine::isPlaying(player) && !player->pauseRequested();
 }
 
 } // namespace
@@ -62,6 +50,7 @@ KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players
     : QObject(parent), m_ui(ui), m_players(players), m_playInfo(playInfo), m_rows(rows),
       m_blackBoxData(std::make_unique<KVRBlackBoxData>()),
       m_slave(new KVRPartnerSlave(players.player1, players.player2, this)),
+      m_placement(new KVRPairPlacement(players.player1, players.player2, m_slave, this)),
       m_renderSizes(new KVRRenderSizeFollower(ui.videoContainerView, players.player1,
                                               ui.subVideoContainerView, players.player2, this)),
       m_playNextTimer(new KVRPlayNextTimer(players.player1, this))
@@ -81,6 +70,8 @@ KVRPlaybackEngine::KVRPlaybackEngine(KVRMainWindowUI& ui, const Players& players
         m_controls->updateAudioUI();
     });
     connect(m_playNextTimer, &KVRPlayNextTimer::endReached, this, &KVRPlaybackEngine::playNext);
+    connect(m_placement, &KVRPairPlacement::partnerReopened, this,
+            [this] { m_controls->updateAudioUI(); });
     m_slave->setMayCorrect([this] { return !m_moving && !m_swapping && !m_waitingForPlayStart; });
     m_blackBoxData->setWaitAfterReading(true);
     // The recording a driver most needs is often the one a crash cut short.
@@ -105,6 +96,16 @@ void KVRPlaybackEngine::setCollaborators(KVRPlaybackControls* controls, KVRWindo
     m_controls = controls;
     m_layout = layout;
     m_loading = loading;
+}
+
+bool KVRPlaybackEngine::hasMedia(const VLCMediaPlayer* player)
+{
+    return player && !player->media().isNull();
+}
+
+bool KVRPlaybackEngine::playsOn(const VLCMediaPlayer* player)
+{
+    return isPlaying(player) && !player->pauseRequested();
 }
 
 bool KVRPlaybackEngine::isPlaying(const VLCMediaPlayer* player)
@@ -148,7 +149,7 @@ bool KVRPlaybackEngine::playAtIndex(qint64 index)
     player2->setMedia(VLCMedia());
 
     m_mediaIndex = index;
-    m_partnerPauseAt = -1;
+    m_placement->forgetPartnerPause();
     const KVRMediaPtr opened = m_rows->mediaAtIndex(index);
     m_openingFileName = opened ? opened->fileName() : QString();
     // The long-run check counts the openings by this line.
@@ -334,7 +335,7 @@ void KVRPlaybackEngine::didFinishPlay()
 void KVRPlaybackEngine::mediaPlayerTimeChanged(VLCMediaPlayer* player)
 {
     if (player == m_players.player2)
-        pauseReopenedPartner();
+        m_placement->pauseReopenedPartner();
     updateVideoViewsVisibility();
     m_playNextTimer->playerMoved();
     if (!m_loading->stopVideoLoadingView()) {
@@ -377,17 +378,17 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
                 // Playing, the partner follows by rate, without the jump of a seek; one resting
                 // at its end while the large one is back within its length is sent there.
                 if (m_alignAtResync && player2->isPlaying())
-                    holdPairAt(time);
+                    m_placement->holdPairAt(time);
                 else if (!player2->isPlaying() && (length2 <= 0 || time < length2))
                     placePartnerAt(time);
                 m_slave->restart();
-            } else if (!m_partnerPlacedForMove) {
+            } else if (!m_placement->placedForMove()) {
                 // A paused player may not have reported where its seek landed yet; the partner
                 // was sent to the same target when the seek began, and stays there.
                 alignPausedPair();
             }
         }
-        m_partnerPlacedForMove = false;
+        m_placement->forgetMove();
         m_alignAtResync = false;
         // A paused player sends no time events: show the telemetry of where the seek landed.
         if (!isPlaying(m_players.player1))
@@ -397,37 +398,7 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
 
 void KVRPlaybackEngine::placePartnerAt(qint64 milliseconds, bool mayHold)
 {
-    VLCMediaPlayer* player2 = m_players.player2;
-    if (!hasMedia(player2))
-        return;
-    const bool playing = mayHold && playsOn(m_players.player1);
-    m_partnerPlacedForMove = true;
-    const qint64 length = player2->lengthMilliseconds();
-    const bool beyondItsEnd = length > 0 && milliseconds >= length;
-    const qint64 target =
-        std::max<qint64>(0, beyondItsEnd ? length - PartnerEndMarginMs : milliseconds);
-    if (player2->position() >= EndPosition) {
-        // libVLC no longer seeks a player that has reached the end of its file, whether it
-        // rests there or still says it plays: open the file afresh.
-        if (!beyondItsEnd)
-            reopenPartnerAt(target, playing);
-        return;
-    }
-    if (playing && !beyondItsEnd && !m_slave->holding() && player2->isPlaying()) {
-        holdPairAt(target);
-        return;
-    }
-    player2->setTime(VLCTime(target));
-    // Past its end the partner plays out its last frames and rests on the last one; otherwise it
-    // plays while the large one plays.
-    if ((beyondItsEnd || playing) && !player2->isPlaying())
-        player2->play();
-}
-
-void KVRPlaybackEngine::holdPairAt(qint64 milliseconds)
-{
-    const qint64 length1 = m_players.player1->lengthMilliseconds();
-    m_slave->holdAt(length1 > 0 ? std::min(milliseconds, length1) : milliseconds, milliseconds);
+    m_placement->placePartnerAt(milliseconds, mayHold);
 }
 
 void KVRPlaybackEngine::alignPausedPair()
@@ -437,48 +408,7 @@ void KVRPlaybackEngine::alignPausedPair()
         m_slave->cancelHold();
         didFinishPlay();
     }
-    // A partner caught between states (a correction's seek) may have missed the pause; one
-    // playing out its last frames past its end goes on to rest on the last.
-    VLCMediaPlayer* player2 = m_players.player2;
-    const qint64 length2 = player2->lengthMilliseconds();
-    if (!m_players.player1->isPlaying() && player2->isPlaying() && hasMedia(player2) &&
-        (length2 <= 0 || m_players.player1->time().intValue() < length2 - PartnerEndMarginMs))
-        player2->pause();
-    placePairOnOneFrame();
-}
-
-void KVRPlaybackEngine::placePairOnOneFrame()
-{
-    VLCMediaPlayer* player1 = m_players.player1;
-    if (!hasMedia(player1) || !hasMedia(m_players.player2) || m_swapping ||
-        player1->position() >= EndPosition)
-        return;
-    // Both to the same time land both on the first frame at or after it, the same frame of a
-    // pair whose files start at the same instant.
-    const qint64 time = player1->time().intValue();
-    player1->setTime(VLCTime(time));
-    // Paused by now, whatever libVLC still says: no hold.
-    placePartnerAt(time, false);
-}
-
-void KVRPlaybackEngine::reopenPartnerAt(qint64 milliseconds, bool playing)
-{
-    VLCMediaPlayer* player2 = m_players.player2;
-    player2->setMedia(VLCMedia::mediaWithPath(player2->media().path(), milliseconds));
-    player2->play();
-    // libVLC takes a pause only once the file plays; a paused window pauses it then, there.
-    m_partnerPauseAt = playing ? -1 : milliseconds;
-    m_controls->updateAudioUI();
-}
-
-void KVRPlaybackEngine::pauseReopenedPartner()
-{
-    VLCMediaPlayer* player2 = m_players.player2;
-    if (m_partnerPauseAt < 0 || !player2->isPlaying())
-        return;
-    player2->pause();
-    player2->setTime(VLCTime(m_partnerPauseAt));
-    m_partnerPauseAt = -1;
+    m_placement->alignPaused(!m_swapping);
 }
 
 bool KVRPlaybackEngine::playNext()
@@ -530,7 +460,7 @@ void KVRPlaybackEngine::swapPlayer()
         return;
     m_slave->cancelHold();
     m_swapping = true;
-    m_partnerPauseAt = -1;
+    m_placement->forgetPartnerPause();
     const qint64 time = player1->time().intValue();
     player1->pause();
     player2->pause();
@@ -583,7 +513,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_players.player2->stop();
     m_players.player2->setMedia(VLCMedia());
     m_waitingForPlayStart = false;
-    m_partnerPauseAt = -1;
+    m_placement->forgetPartnerPause();
     m_mediaIndex = -1;
     m_playNextTimer->watchFiles({}, {});
     m_hasRearMedia = false;
@@ -603,7 +533,7 @@ void KVRPlaybackEngine::dropPartner(const char* why)
     player2->stop();
     player2->setMedia(VLCMedia());
     m_playNextTimer->watchPartner({});
-    m_partnerPauseAt = -1;
+    m_placement->forgetPartnerPause();
     m_ui.audioToggleButton->hide();
     updateVideoViewsVisibility();
 }

@@ -11,6 +11,7 @@
 namespace kavro {
 
 class KVRLoadingController;
+class KVRPairPlacement;
 class KVRPartnerSlave;
 class KVRMediaListTableModel;
 class KVRPlayInfo;
@@ -71,7 +72,10 @@ public:
     const KVRPartnerSlave* partnerSlave() const { return m_slave; }
     void chooseAudioAuto();
 
+    static bool hasMedia(const VLCMediaPlayer* player);
     static bool isPlaying(const VLCMediaPlayer* player);
+    // Playing and meant to go on: just paused, libVLC may still say the player plays.
+    static bool playsOn(const VLCMediaPlayer* player);
     static bool hasAudio(const VLCMediaPlayer* player);
 
     qint64 mediaIndex() const { return m_mediaIndex; }
@@ -106,17 +110,12 @@ private:
     void updateVideoViewsVisibility();
     void didStartPlayer();
     void didFinishPlay();
-    void reopenPartnerAt(qint64 milliseconds, bool playing);
-    void pauseReopenedPartner();
     // Gives up an opening whose start never came: the user may open another.
     void giveUpOpening();
     void failRecording();
     // The small picture's file can't be played: the large one goes on alone.
     void dropPartner(const char* why);
     void setLogos();
-    // Pauses both players on the frame at the time and lets them go on together.
-    void holdPairAt(qint64 milliseconds);
-    void placePairOnOneFrame();
 
     KVRMainWindowUI& m_ui;
     Players m_players;
@@ -129,6 +128,7 @@ private:
     std::unique_ptr<KVRBlackBoxData> m_blackBoxData;
     QFutureWatcher<bool> m_extraction;
     KVRPartnerSlave* m_slave = nullptr;
+    KVRPairPlacement* m_placement = nullptr;
     KVRRenderSizeFollower* m_renderSizes = nullptr;
     // Checks the large picture's file while it plays (a card pulled out or a file cut short
     // underneath stops playback instead of moving on) and moves on at the end.
@@ -146,12 +146,8 @@ private:
     bool m_hasRearMedia = false;
     bool m_swapping = false;
     bool m_moving = false;
-    // The partner was sent to the target of the move under way.
-    bool m_partnerPlacedForMove = false;
     // The next resynchronisation sends both players to one time: the start of a recording.
     bool m_alignAtResync = false;
-    // Where a partner opened afresh while paused is paused once it plays; -1 for none.
-    qint64 m_partnerPauseAt = -1;
 };
 
 } // namespace kavro
