@@ -28,6 +28,7 @@
 #include <QtConcurrent>
 
 #include <algorithm>
+#include <utility>
 
 namespace kavro {
 
@@ -132,9 +133,15 @@ void KVRPlaybackEngine::setMoving(bool moving, double position)
 
 bool KVRPlaybackEngine::playAtIndex(qint64 index)
 {
-    // One opening at a time, which also keeps two extractions from overlapping.
-    if (m_rows->count() == 0 || m_waitingForPlayStart || m_extraction.isRunning())
+    if (m_rows->count() == 0)
         return false;
+    // One opening at a time, which also keeps two extractions from overlapping; the last row
+    // asked for meanwhile opens once the opening under way has started or failed.
+    if (m_waitingForPlayStart || m_extraction.isRunning()) {
+        m_pendingIndex = index;
+        return false;
+    }
+    m_pendingIndex = -1;
     index = std::clamp<qint64>(index, 0, m_rows->count() - 1);
     m_waitingForPlayStart = true;
     const quint64 opening = ++m_opening;
@@ -211,8 +218,11 @@ void KVRPlaybackEngine::updateVideoUI()
 
 void KVRPlaybackEngine::completeOpening(quint64 opening)
 {
-    if (opening != m_opening)
-        return; // abandoned while the telemetry was read
+    if (opening != m_opening) {
+        // Abandoned while the telemetry was read.
+        openPendingRow();
+        return;
+    }
     m_ui.graphView->setGraphData(m_blackBoxData->GSensors());
     m_ui.telemetryNoteField->setVisible(m_blackBoxData->recovered());
     emit telemetryReady(m_blackBoxData.get());
@@ -309,6 +319,7 @@ void KVRPlaybackEngine::mediaPlayerStateChanged(VLCMediaPlayer* player)
         m_alignAtResync = true;
         syncVideoPositionDelay(StartResyncDelay);
         emit playbackStarted();
+        openPendingRow();
     } else {
         m_controls->updateAudioUI();
     }
@@ -420,6 +431,18 @@ bool KVRPlaybackEngine::playNext()
     return playAtIndex(next);
 }
 
+void KVRPlaybackEngine::openPendingRow()
+{
+    if (m_pendingIndex < 0)
+        return;
+    // Once the caller is done with the opening before.
+    QTimer::singleShot(0, this, [this] {
+        const qint64 index = std::exchange(m_pendingIndex, -1);
+        if (index >= 0)
+            playAtIndex(index);
+    });
+}
+
 bool KVRPlaybackEngine::reopenCurrentRow()
 {
     if (m_waitingForPlayStart)
@@ -513,6 +536,7 @@ void KVRPlaybackEngine::clearCurrentRecording()
     m_players.player2->stop();
     m_players.player2->setMedia(VLCMedia());
     m_waitingForPlayStart = false;
+    m_pendingIndex = -1;
     m_placement->forgetPartnerPause();
     m_mediaIndex = -1;
     m_playNextTimer->watchFiles({}, {});
@@ -549,7 +573,10 @@ void KVRPlaybackEngine::giveUpOpening()
 void KVRPlaybackEngine::failRecording()
 {
     const QString failed = m_openingFileName;
+    const qint64 pending = m_pendingIndex;
     clearCurrentRecording();
+    m_pendingIndex = pending;
+    openPendingRow();
     //% "This recording could not be played:"
     emit statusMessage(qtTrId("main.cannot_play") + QLatin1Char(' ') + failed);
 }

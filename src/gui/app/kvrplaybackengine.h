@@ -51,7 +51,8 @@ public:
     void setCollaborators(KVRPlaybackControls* controls, KVRWindowLayout* layout,
                           KVRLoadingController* loading);
 
-    // True when opening began; false for an empty list or while another opening is awaited.
+    // True when opening began; false for an empty list, or while another opening is awaited: the
+    // last row asked for then opens once that one has started or failed.
     bool playAtIndex(qint64 index);
     bool playNext();
     // The current row again, from its start.
@@ -113,6 +114,8 @@ private:
     // Gives up an opening whose start never came: the user may open another.
     void giveUpOpening();
     void failRecording();
+    // Opens the row asked for while the last opening was under way, if any.
+    void openPendingRow();
     // The small picture's file can't be played: the large one goes on alone.
     void dropPartner(const char* why);
     void setLogos();
@@ -135,6 +138,8 @@ private:
     KVRPlayNextTimer* m_playNextTimer = nullptr;
 
     qint64 m_mediaIndex = -1;
+    // The row asked for while an opening was under way; -1 for none.
+    qint64 m_pendingIndex = -1;
     // The file of the opening under way, named if it fails whatever row is selected by then.
     QString m_openingFileName;
     // Bumped by every opening and by whatever abandons one, so that late completions and
