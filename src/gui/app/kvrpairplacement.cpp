@@ -46,8 +46,8 @@ void KVRPairPlacement::placePartnerAt(qint64 milliseconds, bool mayHold)
     }
     m_player2->setTime(VLCTime(target));
     // Past its end the partner plays out its last frames and rests on the last one; otherwise it
-    // plays while the large one plays.
-    if ((beyondItsEnd || playing) && !m_player2->isPlaying())
+    // plays while the large one plays. Just paused, it may still say it plays: it is played.
+    if ((beyondItsEnd || playing) && !Engine::playsOn(m_player2))
         m_player2->play();
 }
 

@@ -374,7 +374,12 @@ void KVRPlaybackEngine::syncVideoPositionDelay(double seconds)
     if (!pair)
         m_moving = false;
     const quint64 opening = m_opening;
-    QTimer::singleShot(int(seconds * 1000), this, [this, opening, pair] {
+    const quint64 resync = ++m_resync;
+    QTimer::singleShot(int(seconds * 1000), this, [this, opening, pair, resync] {
+        // A move begun since ends with its own resynchronisation, which this one must not cut
+        // short (nor take the partner it placed for unplaced).
+        if (resync != m_resync)
+            return;
         if (pair)
             m_moving = false;
         if (opening != m_opening || !hasMedia(m_players.player1))

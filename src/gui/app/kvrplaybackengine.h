@@ -145,6 +145,8 @@ private:
     // Bumped by every opening and by whatever abandons one, so that late completions and
     // delayed moves of an older recording do nothing.
     quint64 m_opening = 0;
+    // Bumped by every resynchronisation asked for; only the latest one runs when its time comes.
+    quint64 m_resync = 0;
     int m_timeChangeCounter = -1;
     double m_movingPosition = 0;
     bool m_waitingForPlayStart = false;

@@ -263,9 +263,16 @@ private slots:
         viewer.ui().playButton->click();
         QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
         clickSlider(viewer.ui().videoPositionSlider, 0.9);
-        QTRY_VERIFY_WITH_TIMEOUT(test::frameNumber(viewer.delegate->video2View()->lastFrame()) ==
-                                     cut->videoFrames() - 1,
-                                 3000);
+        const auto smallFrame = [&viewer] {
+            return test::frameNumber(viewer.delegate->video2View()->lastFrame()).value_or(-1);
+        };
+        QTRY_VERIFY2_WITH_TIMEOUT(smallFrame() == cut->videoFrames() - 1,
+                                  qPrintable(QString("frame %1 of %2, %3, state %4")
+                                                 .arg(smallFrame())
+                                                 .arg(cut->videoFrames())
+                                                 .arg(times())
+                                                 .arg(viewer.player2()->state())),
+                                  3000);
         // Back within its length, the partner that rested at its end follows again.
         QTRY_VERIFY(!viewer.engine()->moving());
         clickSlider(viewer.ui().videoPositionSlider, 0.2);
