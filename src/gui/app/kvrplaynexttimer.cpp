@@ -63,9 +63,15 @@ void KVRPlayNextTimer::look()
         return;
     m_preparing = true;
     const quint64 round = m_round;
+    // Still resting a second later: a player just told to play again from a pause may look like
+    // one resting at its end until libVLC has caught up.
     QTimer::singleShot(IntervalMs, this, [this, round] {
-        if (round == m_round)
+        if (round != m_round)
+            return;
+        if (restsAtEnd(m_player))
             emit endReached();
+        else
+            m_preparing = false;
     });
 }
 
