@@ -1,6 +1,6 @@
 // Disk discovery through the real QtDBus code against the UDisks2 stand-in on a private bus, with
-// FAT32 images mounted by fusefat: listing, hot-plug, the volume rename, a save from the settings
-// window and the clock window's file onto the image.
+// FAT32 images mounted by fusefat: listing, hot-plug, the volume rename, the clock window's file
+// onto the image and the format window.
 
 #include "disks/udisks2disksource.h"
 #include "resources/translations/infoplisttranslator.h"
@@ -11,7 +11,6 @@
 #include "card/kvrtimesetupcontroller.h"
 
 #include "settings/kvrsettingcontroller.h"
-#include "settings/kvrsettingloadingsheet.h"
 #include "settings/settingfile.h"
 #include "testsupport.h"
 
@@ -26,7 +25,6 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -114,7 +112,8 @@ private slots:
         QVERIFY(m_connection->isConnected());
     }
 
-    // Before the service is there: no removable devices, and at once.
+    // Before the service is there: no removable devices, at once, and the format window's empty
+    // state, whose button says so.
     void noServiceMeansNoDisks()
     {
         UDisks2DiskSource disks(*m_connection);
@@ -125,23 +124,19 @@ private slots:
         QVERIFY(clock.elapsed() < UDisks2DiskSource::CallTimeoutMs);
         UDisks2DiskSource noBus(QDBusConnection(QStringLiteral("never connected")));
         QVERIFY(noBus.usbDiskEntities().isEmpty());
-    }
 
-    // Nothing to format: the empty state, and the format button says so.
-    void formatWindowWithoutDisks()
-    {
         KVRFormatWindowController window(std::make_shared<UDisks2DiskSource>(*m_connection),
                                          nullptr);
         window.windowDidLoad();
         QTRY_VERIFY_WITH_TIMEOUT(window.stopProgressBar(), WaitMs);
-        QCOMPARE(window.findChild<QLabel*>("allocationUnitField")->text(), QString("128KB"));
-        QCOMPARE(window.findChild<QLabel*>("pathField")->text(), QString("-"));
-        QCOMPARE(window.findChild<QLabel*>("fileSystemField")->text(), QString("FAT32"));
+        QStringList shown;
+        for (const char* field : {"allocationUnitField", "pathField", "fileSystemField"})
+            shown.append(window.findChild<QLabel*>(field)->text());
+        QCOMPARE(shown, (QStringList{"128KB", "-", "FAT32"}));
         QTest::mouseClick(window.findChild<QPushButton*>("formatButton"), Qt::LeftButton);
         QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
-        QCOMPARE(window.findChild<QMessageBox*>()->text(), QString("KAVRO"));
-        QCOMPARE(window.findChild<QMessageBox*>()->informativeText(),
-                 QString("There is no USB drive."));
+        const QMessageBox* box = window.findChild<QMessageBox*>();
+        QCOMPARE(box->text() + ": " + box->informativeText(), "KAVRO: There is no USB drive.");
     }
 
     void startStandIn()
@@ -155,15 +150,13 @@ private slots:
     }
 
     // A card slot in the computer is left out; a card without a partition table is the whole
-    // medium.
-    void listsUsbVolumesAndNoticesChanges()
+    // medium. Cards coming and going are the format window's test.
+    void listsUsbVolumes()
     {
         UDisks2DiskSource disks(*m_connection);
-        QSignalSpy changes(&disks, &UDisks2DiskSource::disksChanged);
         const QString mounted = addCard("sdk1", "CARD", "usb", false, false);
         const QString readOnly = addCard("sdm1", "RO", "usb", true, true);
         addCard("mmcblk0p1", "SLOT", "sdio", false, false);
-        QTRY_VERIFY_WITH_TIMEOUT(changes.size() >= 3, WaitMs);
 
         QStringList listed;
         for (const TKUSBDiskEntity& card : disks.usbDiskEntities())
@@ -182,17 +175,15 @@ private slots:
                       "RO " + readOnly + " /dev/sdm1 <Generic Card Reader> 41943040 w0 whole1 " +
                           blocks + "sdm1"}));
         QVERIFY(QFileInfo::exists(mounted + "/config.bin"));
-
-        changes.clear();
         removeCard("mmcblk0p1");
-        QTRY_VERIFY_WITH_TIMEOUT(!changes.isEmpty(), WaitMs);
         removeCard("sdm1");
     }
 
     // The window found the card under another name: it is renamed without asking for a
-    // password, mounted anew, read from the new path and saved there. The stand-in refuses a
-    // label on a mounted volume, as the daemon does, so the rename must unmount first.
-    void settingsWindowRenamesAndSavesOnTheCard()
+    // password, mounted anew and read from the new path; saving there is the window's own test.
+    // The stand-in refuses a label on a mounted volume, as the daemon does, so the rename must
+    // unmount first.
+    void settingsWindowRenamesTheCard()
     {
         auto disks = std::make_shared<UDisks2DiskSource>(*m_connection);
 
@@ -207,33 +198,15 @@ private slots:
         QVERIFY(tool("fatlabel", {image("sdk1")}, &label));
         QCOMPARE(label.trimmed(), QByteArray("KAVRO"));
 
-        window.showWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(
-            window.lastSelectedTabIndex() == 0 && !window.loadingSheet()->isVisible(), WaitMs);
-        window.onSaveDefaultSetting();
-        window.onSave();
-        QTRY_VERIFY_WITH_TIMEOUT(window.findChild<QMessageBox*>(), WaitMs);
-        _FILEDATA defaults;
-        makeDefaultFileData(defaults);
-        prepareFileDataForSave(defaults);
-        QCOMPARE(window.findChild<QMessageBox*>()->text(), renamed + "/config.bin");
-
-        // What is on the image itself: the new record, on a sound file system.
         removeCard("sdk1");
-        QByteArray onImage;
-        QVERIFY(tool("mcopy", {"-n", "-i", image("sdk1"), "::config.bin", "-"}, &onImage));
-        QCOMPARE(onImage, fileDataBytes(defaults));
-        QVERIFY(tool("fsck.fat", {"-n", image("sdk1")}));
     }
 
     // The card holding timeset.cfg is written without a save panel, keeping the longer file's
-    // tail; the settings' card without the file is no target, even listed first or alone (the
-    // window then asks with a panel, as its own test shows, with the write-protected card).
+    // tail. Which card holds it is the card rules' test.
     void clockFileOnTheCard()
     {
         const QString clockFile = m_dir.filePath("sdq1.cfg");
         QVERIFY(test::writeFile(clockFile, "2020/01/01 00:00:00 tail\n"));
-        QVERIFY(!addCard("sdp1", "KAVRO", "usb", false, false).isEmpty());
         const QString mounted = addCard("sdq1", "CLOCK", "usb", false, false, clockFile);
         QVERIFY(!mounted.isEmpty());
 
@@ -252,9 +225,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!window.isVisible(), WaitMs);
 
         removeCard("sdq1");
-        KVRTimeSetupController asks(std::make_shared<UDisks2DiskSource>(*m_connection));
-        QCOMPARE(asks.settingFilePath(), QString());
-        removeCard("sdp1");
         QByteArray onImage;
         QVERIFY(tool("mcopy", {"-n", "-i", image("sdq1"), "::timeset.cfg", "-"}, &onImage));
         QCOMPARE(onImage, QByteArray("2027/03/05 07:04:09 tail\n"));
@@ -355,16 +325,12 @@ private slots:
                               Qt::LeftButton);
             return qobject_cast<KVRFormatWindowController*>(settings.lastDialogController());
         };
-        const auto ready = [](KVRFormatWindowController* window) {
-            return window && window->stopProgressBar() && !window->usbDiskArray().isEmpty();
-        };
         KVRFormatWindowController* window = openFormatWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(ready(window), WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            window && window->stopProgressBar() && !window->usbDiskArray().isEmpty(), WaitMs);
         QCOMPARE(window->findChild<QLabel*>("pathField")->text(), "/dev/" + name + "   " + mounted);
         QCOMPARE(window->findChild<QLabel*>("allocationUnitField")->text(),
                  QString("%1 KB").arg(size < 7 * (1ll << 30) ? 32 : 128));
-        QCOMPARE(window->findChild<QComboBox*>("usbDiskCombo")->currentText(),
-                 window->selectedUSBDisk()->displayString());
 
         QTest::mouseClick(window->findChild<QPushButton*>("formatButton"), Qt::LeftButton);
         QWidget* host = window;

@@ -112,8 +112,7 @@ private:
         InterfaceMap interfaces;
         interfaces.insert(
             QStringLiteral("org.freedesktop.UDisks2.Block"),
-            {{"Device", device},
-             {"PreferredDevice", device},
+            {{"PreferredDevice", device},
              {"IdLabel", card.label},
              {"Size", quint64(QFileInfo(card.image).size())},
              {"ReadOnly", card.readOnly},
@@ -130,7 +129,6 @@ private:
         return {{QStringLiteral("org.freedesktop.UDisks2.Drive"),
                  {{"ConnectionBus", card.bus},
                   {"Removable", true},
-                  {"MediaRemovable", true},
                   {"Vendor", QStringLiteral("Generic")},
                   {"Model", QStringLiteral("Card Reader")}}}};
     }
@@ -150,15 +148,6 @@ private:
         QDBusMessage out = QDBusMessage::createSignal(
             Root, QStringLiteral("org.freedesktop.DBus.ObjectManager"), member);
         out.setArguments(arguments);
-        m_bus.send(out);
-    }
-
-    void propertiesChanged(const Card& card)
-    {
-        QDBusMessage out = QDBusMessage::createSignal(
-            BlockPrefix + card.name, QStringLiteral("org.freedesktop.DBus.Properties"),
-            QStringLiteral("PropertiesChanged"));
-        out.setArguments({Filesystem, QVariantMap(), QStringList{"MountPoints"}});
         m_bus.send(out);
     }
 
@@ -217,12 +206,12 @@ private:
     {
         const QVariantList args = message.arguments();
         if (message.member() == QLatin1String("AddCard") && args.size() == 5) {
-            Card& card = m_cards.emplaceBack(Card{args[0].toString(),
-                                                  args[1].toString(),
-                                                  {},
-                                                  args[2].toString(),
-                                                  args[3].toBool(),
-                                                  args[4].toBool()});
+            Card& card = m_cards.emplaceBack();
+            card.name = args[0].toString();
+            card.image = args[1].toString();
+            card.bus = args[2].toString();
+            card.readOnly = args[3].toBool();
+            card.partition = args[4].toBool();
             if (mount(card).isEmpty())
                 return message.createErrorReply(QStringLiteral("org.kavro.Error"), "mount failed");
             signal(QStringLiteral("InterfacesAdded"),
@@ -268,27 +257,20 @@ private:
                       options.value("auth.no_user_interaction").toBool() ? "true" : "false"));
         const QString device = QStringLiteral("/dev/") + name;
         if (member == QLatin1String("Unmount")) {
-            if (card->mountPoint.isEmpty())
-                return failed(message, "NotMounted", device + " is not mounted");
-            if (!unmount(*card))
+            if (card->mountPoint.isEmpty() || !unmount(*card))
                 return failed(message, "DeviceBusy", device + ": target is busy");
-            propertiesChanged(*card);
             return message.createReply();
         }
         if (member == QLatin1String("Mount")) {
-            if (!card->mountPoint.isEmpty())
-                return failed(message, "AlreadyMounted", device + " is already mounted");
-            const QString dir = mount(*card);
+            const QString dir = card->mountPoint.isEmpty() ? mount(*card) : QString();
             if (dir.isEmpty())
                 return failed(message, "Failed", "Error mounting " + device);
-            propertiesChanged(*card);
             return message.createReply(dir);
         }
         if (member == QLatin1String("SetLabel") && args.size() == 2) {
             if (!card->mountPoint.isEmpty())
                 return failed(message, "Failed", "Cannot change the label of mounted " + device);
-            if (card->readOnly ||
-                !run(QStringLiteral("fatlabel"), {card->image, args[0].toString()}))
+            if (!run(QStringLiteral("fatlabel"), {card->image, args[0].toString()}))
                 return failed(message, "Failed", "Cannot change the label of " + device);
             card->label = args[0].toString();
             return message.createReply();
