@@ -118,7 +118,6 @@ private slots:
         m_disks->refuseRename = refuseRename;
         auto window = openWindow({m_disks, QString(), true});
         QVERIFY(window);
-        // The window looks for the card twice (when made and when shown); a card is renamed once.
         QCOMPARE(m_disks->renames, renames);
         QString expected = folder.isEmpty() ? QString() : m_dir->filePath(folder + "/config.bin");
         QCOMPARE(window->settingFilePath(), expected);

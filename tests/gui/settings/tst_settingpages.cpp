@@ -76,11 +76,6 @@ _FILEDATA everyPageChanged()
     return record;
 }
 
-QWidget* pageOf(KVRSettingController* window)
-{
-    return window->targetController();
-}
-
 } // namespace
 
 class TestSettingPages : public QObject
@@ -198,10 +193,6 @@ private slots:
             QTest::keyClick(slider, Qt::Key_Right);
             QVERIFY(page->findChild<QWidget*>("sdcardCapacityWarningLabel")->isVisible());
         }) << Fields{{"sd_mem_always_ratio", 80}, {"sd_mem_motion_ratio", 20}};
-        QTest::newRow("aux swapped encodings")
-            << 3 << Fields{{"parking_rear_off", 5}, {"pip_position", 7}}
-            << Action([](QWidget* page) { clickSegment(page, "lcd_screensaver", 0); })
-            << Fields{{"parking_rear_off", 1}, {"pip_position", 0}, {"lcd_screensaver", 1}};
         QTest::newRow("motion boxes")
             << 4 << Fields{{"motionBlock", 0}, {"motionBlock_Rear", 0xFFFF}}
             << Action([](QWidget* page) {
@@ -240,7 +231,7 @@ private slots:
         QVERIFY(window);
         QTest::mouseClick(window->functionSegmentedControl()->segmentButton(tab), Qt::LeftButton);
         QCOMPARE(window->lastSelectedTabIndex(), tab);
-        action(pageOf(window.get()));
+        action(window->targetController());
         QVERIFY(!QTest::currentTestFailed());
         saveAndDismiss(window.get());
 
