@@ -126,42 +126,32 @@ private slots:
         QCOMPARE(qtTrId("map.title"), QStringLiteral("Map"));
     }
 
-    // Every key the program asks for has a text in both tables, so none shows as its key.
-    void everyKeyInTheSourcesHasBothTexts()
+    // Every key the program asks for, in the sources or handed over as data, is in the English
+    // table; lrelease -idbased writes the //% text for its empty, unfinished entry, which English
+    // relies on. Korean is complete. So no key ever shows as itself.
+    void bothTablesShowEveryKeysText()
     {
         static const QRegularExpression call(
             QStringLiteral("\\b(?:qtTrId|QT_TRID_NOOP)\\(\\s*\"([^\"]+)\"\\s*\\)"));
         const auto english = readTable(QStringLiteral("en"));
-        int keys = 0;
+        const auto korean = readTable(QStringLiteral("ko"));
+        QStringList keys = kavro::infoPlistDataKeys();
         QDirIterator files(QStringLiteral(KAVRO_TRANSLATIONS_DIR "/../.."),
                            {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString source = QString::fromUtf8(kavro::test::readFile(files.next()));
-            for (const auto& match : call.globalMatch(source)) {
-                const QString key = match.captured(1);
-                const QString where = key + " in " + files.fileName();
-                QVERIFY2(!english.value(key).source.isEmpty(), qPrintable(where));
-                ++keys;
-            }
+            for (const auto& match : call.globalMatch(source))
+                keys.append(match.captured(1) + " in " + files.fileName());
         }
-        QVERIFY(keys > 200);
-    }
-
-    // lrelease -idbased writes the //% text for an empty, unfinished entry; English relies on it.
-    // Keys handed over as data must be there too, or they would show as keys. Korean is complete.
-    void bothTablesShowTheirTexts()
-    {
-        const auto english = readTable(QStringLiteral("en"));
-        const auto korean = readTable(QStringLiteral("ko"));
-        for (const QString& key : kavro::infoPlistDataKeys())
-            QVERIFY2(english.contains(key), qPrintable(key));
+        QVERIFY(keys.size() > kavro::infoPlistDataKeys().size() + 200);
+        for (const QString& key : keys)
+            QVERIFY2(!english.value(key.section(' ', 0, 0)).source.isEmpty(), qPrintable(key));
         for (const QString language : {"en", "ko"}) {
             QCOMPARE(kavro::installInfoPlistTranslator(language), language);
             for (auto it = english.cbegin(); it != english.cend(); ++it) {
                 const TableEntry entry = korean.value(it.key());
-                QVERIFY2(!it->source.isEmpty() && entry.finished && !entry.translation.isEmpty(),
-                         qPrintable(it.key()));
+                QVERIFY2(entry.finished && !entry.translation.isEmpty(), qPrintable(it.key()));
                 QCOMPARE(placeholders(entry.translation), placeholders(it->source));
                 QCOMPARE(qtTrId(it.key().toLatin1().constData()),
                          language == "en" ? it->source : entry.translation);
