@@ -4,7 +4,6 @@
 #include "common/preferences.h"
 #include "testsupport.h"
 
-#include <QCoreApplication>
 #include <QDirIterator>
 #include <QRegularExpression>
 #include <QSet>

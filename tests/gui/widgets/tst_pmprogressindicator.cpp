@@ -39,10 +39,8 @@ private slots:
         indicator.resize(200, 8);
         indicator.setDoubleValue(50);
         const QImage half = look(indicator);
-        QVERIFY(isAccent(half.pixel(50, 4)));
-        QVERIFY(isAccent(half.pixel(98, 4)));
-        QVERIFY(isTrack(half.pixel(102, 4)));
-        QVERIFY(isTrack(half.pixel(150, 4)));
+        for (int x : {50, 98, 102, 150})
+            QVERIFY(x < 100 ? isAccent(half.pixel(x, 4)) : isTrack(half.pixel(x, 4)));
         // Rounded ends: the very corner shows what lies behind.
         QCOMPARE(QColor(half.pixel(0, 0)), canvas);
 
