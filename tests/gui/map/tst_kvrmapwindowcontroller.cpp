@@ -7,7 +7,6 @@
 #include <QTest>
 #include <QWidget>
 
-#include <algorithm>
 #include <cmath>
 
 using kavro::KVRMapWindowController;
@@ -23,9 +22,10 @@ int pixelsNear(const QImage& image, QColor colour)
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
             const QColor pixel = image.pixelColor(x, y);
-            count +=
-                std::max({qAbs(pixel.red() - colour.red()), qAbs(pixel.green() - colour.green()),
-                          qAbs(pixel.blue() - colour.blue())}) < 24;
+            if (qAbs(pixel.red() - colour.red()) < 24 &&
+                qAbs(pixel.green() - colour.green()) < 24 &&
+                qAbs(pixel.blue() - colour.blue()) < 24)
+                ++count;
         }
     }
     return count;

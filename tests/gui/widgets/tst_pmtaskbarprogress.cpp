@@ -39,8 +39,7 @@ private slots:
         if (!PMTaskbarProgress::isSupported())
             QSKIP("built without QtDBus: the window's own indicator is all there is");
         const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
-        if (daemon.isEmpty())
-            QSKIP("dbus-daemon is not installed (Debian package dbus-daemon)");
+        QVERIFY2(!daemon.isEmpty(), "dbus-daemon is not installed (Debian package dbus-daemon)");
         m_daemon.setProgram(daemon);
         m_daemon.setArguments({QStringLiteral("--session"), QStringLiteral("--nofork"),
                                QStringLiteral("--print-address=1")});
