@@ -33,7 +33,6 @@ public:
     {
         QString name;
         QString root;
-        bool writable = true;
     };
     QList<Disk> disks;
     QStringList renames; // "old>new interactive|quiet"
@@ -51,7 +50,7 @@ public:
             if (disk.root == entity.mountedPath()) {
                 QString moved = QFileInfo(disk.root).absolutePath() + "/" + name;
                 QDir().rename(disk.root, moved);
-                disk = {name, moved, disk.writable};
+                disk = {name, moved};
             }
         }
         return std::nullopt;
@@ -63,7 +62,7 @@ protected:
         QList<TKUSBDiskEntity> list;
         for (const Disk& disk : disks)
             list.append(TKUSBDiskEntity(disk.name, QUrl::fromLocalFile(disk.root), "/dev/sdz1", {},
-                                        8ull << 30, disk.writable, false, disk.root));
+                                        8ull << 30, true, false, disk.root));
         return list;
     }
 };

@@ -389,7 +389,7 @@ private:
         QDir().mkpath(root);
         if (withFile)
             QVERIFY(writeFile(root + "/config.bin", fileDataBytes(recordWithZone(5))));
-        m_disks->disks.append({name, root, true});
+        m_disks->disks.append({name, root});
     }
 
     std::unique_ptr<QTemporaryDir> m_dir;
