@@ -33,11 +33,6 @@ QList<int> traceRows(const QImage& image, int x, int channel)
     return rows;
 }
 
-QImage render(GraphView& view)
-{
-    return renderOn(view, Qt::magenta);
-}
-
 } // namespace
 
 // A 440 x 130 view has a 400 x 114 area: grid rows 7 (+2), 36 (+1), 64 (0), 93 (-1) and 121 (-2),
@@ -66,7 +61,7 @@ private slots:
         view.setGraphData({KVRGSensor(0.5f, -0.5f, 1.0f)});
         view.updateTimePosition(position);
         view.updateTimePosition(qQNaN()); // ignored
-        const QImage image = render(view);
+        const QImage image = renderOn(view, Qt::magenta);
         // 2 px wide, from just below the top line down to the bottom line.
         QVERIFY(isWhite(image.pixel(left, 20)) && isWhite(image.pixel(left + 1, 20)));
         QVERIFY(!isWhite(image.pixel(left + 2, 20)) && !isWhite(image.pixel(left - 1, 20)));
@@ -99,7 +94,7 @@ private slots:
         GraphView view;
         view.resize(440, 130);
         view.setGraphData({sample});
-        const QImage image = render(view);
+        const QImage image = renderOn(view, Qt::magenta);
         // The points run from x = 21 to 421 and no further.
         for (int x : {22, 120, 300, 419}) {
             const QList<int> rows = traceRows(image, x, channel);
@@ -119,7 +114,7 @@ private slots:
         GraphView view;
         view.resize(440, 130);
         view.setGraphData(std::move(values));
-        const QImage image = render(view);
+        const QImage image = renderOn(view, Qt::magenta);
         for (int x : {30, 150, 218})
             QCOMPARE(traceRows(image, x, 0).value(0, -1), 36);
         for (int x : {224, 300, 419})
@@ -136,15 +131,15 @@ private slots:
         view.setGraphData({KVRGSensor(1.0f, 0.0f, 0.0f)});
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
-        render(view);
+        renderOn(view, Qt::magenta);
         view.setGraphData(later);
-        QCOMPARE(render(view), render(fresh));
+        QCOMPARE(renderOn(view, Qt::magenta), renderOn(fresh, Qt::magenta));
         view.resize(600, 150);
         fresh.resize(600, 150);
-        QCOMPARE(render(view), render(fresh));
+        QCOMPARE(renderOn(view, Qt::magenta), renderOn(fresh, Qt::magenta));
         view.setGraphData({});
         view.setBackgroundColor(Qt::black);
-        QCOMPARE(QColor(render(view).pixel(300, 50)), QColor(Qt::black));
+        QCOMPARE(QColor(renderOn(view, Qt::magenta).pixel(300, 50)), QColor(Qt::black));
     }
 
     void noSamplesDrawsGridAndLabelsOnly()
@@ -152,7 +147,7 @@ private slots:
         GraphView view;
         view.resize(440, 130);
         view.updateTimePosition(0.5);
-        const QImage image = render(view);
+        const QImage image = renderOn(view, Qt::magenta);
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 21; x < image.width(); ++x) {
                 const QRgb pixel = image.pixel(x, y);

@@ -5,15 +5,11 @@
 #include <QTest>
 
 using kavro::PMProgressIndicator;
+using kavro::test::renderOn;
 
 namespace {
 
 const QColor canvas(255, 0, 255);
-
-QImage look(QWidget& widget)
-{
-    return kavro::test::renderOn(widget, canvas);
-}
 
 bool isAccent(QRgb pixel)
 {
@@ -38,7 +34,7 @@ private slots:
         indicator.setIndeterminate(false);
         indicator.resize(200, 8);
         indicator.setDoubleValue(50);
-        const QImage half = look(indicator);
+        const QImage half = renderOn(indicator, canvas);
         for (int x : {50, 98, 102, 150})
             QVERIFY(x < 100 ? isAccent(half.pixel(x, 4)) : isTrack(half.pixel(x, 4)));
         // Rounded ends: the very corner shows what lies behind.
@@ -46,7 +42,7 @@ private slots:
 
         indicator.setMinValue(40);
         indicator.setMaxValue(60);
-        const QImage halfAgain = look(indicator);
+        const QImage halfAgain = renderOn(indicator, canvas);
         QCOMPARE(indicator.fraction(), 0.5);
         QCOMPARE(halfAgain, half);
 
@@ -64,16 +60,16 @@ private slots:
     {
         PMProgressIndicator indicator;
         indicator.resize(200, 8);
-        const QImage resting = look(indicator);
+        const QImage resting = renderOn(indicator, canvas);
         for (int x = 0; x < 200; x += 10)
             QVERIFY(!isAccent(resting.pixel(x, 4)));
         indicator.startAnimation();
         QVERIFY(indicator.isAnimating());
-        const QImage first = look(indicator);
-        QTRY_VERIFY(look(indicator) != first);
+        const QImage first = renderOn(indicator, canvas);
+        QTRY_VERIFY(renderOn(indicator, canvas) != first);
         indicator.stopAnimation();
         QVERIFY(!indicator.isAnimating());
-        QCOMPARE(look(indicator), resting);
+        QCOMPARE(renderOn(indicator, canvas), resting);
     }
 
     void determinateWheelDrawsAnArcFromTheTop()
@@ -84,7 +80,7 @@ private slots:
         indicator.setIndeterminate(false);
         indicator.resize(32, 32);
         indicator.setDoubleValue(25);
-        const QImage quarter = look(indicator);
+        const QImage quarter = renderOn(indicator, canvas);
         // The ring runs 1.5 px inside the edge; a quarter covers the upper right part.
         QVERIFY(isAccent(quarter.pixel(25, 6)));
         QVERIFY(isTrack(quarter.pixel(6, 25)));
