@@ -9,19 +9,7 @@
 #include <limits>
 
 using kavro::KVRMapView;
-using kavro::RoutePoint;
 using namespace kavro::test;
-
-namespace {
-
-// A drive through Seoul, south to north.
-const std::vector<RoutePoint> SeoulRoute = {
-    {37.5100, 127.0500, {}},
-    {37.5200, 127.0450, {}},
-    {37.5300, 127.0400, {}},
-};
-
-} // namespace
 
 class TestKVRMapView : public QObject
 {
@@ -43,10 +31,11 @@ private slots:
     void callsBeforeTheLoadArriveAfterIt()
     {
         KVRMapView view;
-        // A position the page cannot draw never reaches it.
-        std::vector<RoutePoint> route = SeoulRoute;
-        route.push_back({std::numeric_limits<double>::quiet_NaN(), 1, {}});
-        view.setRoute(route);
+        // A drive through Seoul, south to north; a position the page cannot draw never reaches it.
+        view.setRoute({{37.51, 127.05, {}},
+                       {37.52, 127.045, {}},
+                       {37.53, 127.04, {}},
+                       {std::numeric_limits<double>::quiet_NaN(), 1, {}}});
         view.showNoGpsData();
         view.showNoGpsData();
         view.showPosition(1.0, 2.0);
