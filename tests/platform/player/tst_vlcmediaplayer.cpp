@@ -114,7 +114,6 @@ private slots:
                 [&](VLCMediaPlayer* p) { check(p, &timeEvents); });
 
         player.setMedia(VLCMedia::mediaWithPath(m_clips.front));
-        QCOMPARE(player.media().path(), m_clips.front);
         player.play();
         QTRY_COMPARE_WITH_TIMEOUT(player.state(), VLCMediaPlayerStatePlaying, kWaitMs);
         QVERIFY(player.isPlaying());
@@ -147,7 +146,6 @@ private slots:
         VLCVideoView view;
         view.resize(320, 240);
         auto player = startPlayer(m_clips.rear, &view);
-        QCOMPARE(view.mediaPlayer(), player.get());
         QTRY_VERIFY_WITH_TIMEOUT(!view.lastFrame().isNull(), kWaitMs);
 
         const QImage frame = view.lastFrame();
@@ -165,7 +163,6 @@ private slots:
 
         // The picture goes when the recording is taken away.
         player->setMedia(VLCMedia());
-        QVERIFY(player->media().isNull());
         QCOMPARE(player->state(), VLCMediaPlayerStateStopped);
         QTRY_VERIFY_WITH_TIMEOUT(view.lastFrame().isNull(), kWaitMs);
         QVERIFY(!player->hasVideoOut());
