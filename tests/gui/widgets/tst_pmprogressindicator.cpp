@@ -64,11 +64,9 @@ private slots:
         for (int x = 0; x < 200; x += 10)
             QVERIFY(!isAccent(resting.pixel(x, 4)));
         indicator.startAnimation();
-        QVERIFY(indicator.isAnimating());
         const QImage first = renderOn(indicator, canvas);
         QTRY_VERIFY(renderOn(indicator, canvas) != first);
         indicator.stopAnimation();
-        QVERIFY(!indicator.isAnimating());
         QCOMPARE(renderOn(indicator, canvas), resting);
     }
 
