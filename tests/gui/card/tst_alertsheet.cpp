@@ -55,14 +55,11 @@ private slots:
         window.show();
         // open(), not exec(): with exec this call would not return until the alert closed.
         QPointer<QMessageBox> box = showAlert(&window, "KAVRO", "The card is write-protected.");
-        QVERIFY(box && box->isVisible());
-        QCOMPARE(box->parentWidget(), &window);
-        QCOMPARE(box->windowModality(), Qt::WindowModal);
-        QCOMPARE(box->icon(), QMessageBox::Warning);
-        QCOMPARE(box->text(), QStringLiteral("KAVRO"));
-        QCOMPARE(box->informativeText(), QStringLiteral("The card is write-protected."));
-        QCOMPARE(box->buttons().size(), 1);
-        QCOMPARE(box->buttons().first()->text(), QStringLiteral("OK"));
+        QVERIFY(box && box->isVisible() && box->buttons().size() == 1);
+        QCOMPARE(std::tuple(box->parentWidget(), box->windowModality(), box->icon()),
+                 std::tuple(&window, Qt::WindowModal, QMessageBox::Warning));
+        QCOMPARE(QStringList({box->text(), box->informativeText(), box->buttons().first()->text()}),
+                 QStringList({"KAVRO", "The card is write-protected.", "OK"}));
 
         QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
         QTRY_VERIFY(box.isNull());
