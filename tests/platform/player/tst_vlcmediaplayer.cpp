@@ -217,7 +217,6 @@ private slots:
         QCOMPARE(player->time(), player->media().length());
         QVERIFY(!player->isPlaying());
         // The last frame stays on show.
-        QVERIFY(!player->lastFrame().isNull());
         QVERIFY(isRed(player->lastFrame().pixelColor(80, 45)));
 
         // Pausing at the end changes nothing; seeking back leaves the end; playing returns to it.
