@@ -56,24 +56,45 @@ private slots:
         QCOMPARE(storedLanguages(), QStringList{"en"});
     }
 
-    void keysDriveThePlaybackUntilTheWindowCloses()
+    // What the command line names: a path that is not there is named in an alert on the window,
+    // an empty folder says so in the list, a recording plays in its folder's list. Then keys
+    // drive the playback until the window closes.
+    void commandLinePathsThenKeysUntilTheWindowCloses()
     {
         Viewer viewer;
-        QVERIFY(viewer.openFolder(m_card.root));
+        QTemporaryDir empty;
+        QSignalSpy reloaded(viewer.delegate.get(), &KVRAppDelegate::mediaListReloaded);
+        viewer.delegate->openPathFromCommandLine(empty.path());
+        QVERIFY(reloaded.wait(test::StartWaitMs));
+        QCOMPARE(viewer.ui().mediaListTableView->emptyText(),
+                 QString("No recordings in this folder"));
+        const QString missing = empty.filePath("card-that-was-pulled");
+        viewer.delegate->openPathFromCommandLine(missing);
+        QMessageBox* alert = nullptr;
+        QTRY_VERIFY((alert = viewer.window()->findChild<QMessageBox*>()) && alert->isVisible());
+        QVERIFY(alert->informativeText().contains(missing));
+        alert->close();
+
+        const QString rear = m_card.path(*m_card.longestPair(), true);
+        viewer.delegate->openPathFromCommandLine(rear);
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing() && viewer.player1()->media().path() == rear,
+                                 test::StartWaitMs);
+        const int row = viewer.rowOf(QFileInfo(rear).fileName());
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), row);
+
         viewer.window()->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(viewer.window()));
-        QVERIFY(viewer.playRow(0));
         QWidget* focus = viewer.ui().mediaListTableView;
-
         QTest::keyClick(focus, Qt::Key_Space);
         QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
         QTRY_COMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_play_n"));
         QTest::keyClick(focus, Qt::Key_Space);
         QTRY_VERIFY(viewer.player1()->isPlaying());
         // Return on the list plays the selected row.
-        viewer.ui().mediaListTableView->selectOnlyRow(2);
+        const int other = (row + 1) % viewer.model()->rowCount();
+        viewer.ui().mediaListTableView->selectOnlyRow(other);
         QTest::keyClick(focus, Qt::Key_Return);
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.engine()->mediaIndex() == 2 && viewer.playing(),
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.engine()->mediaIndex() == other && viewer.playing(),
                                  test::StartWaitMs);
 
         // Closing the window stops both players.
@@ -82,32 +103,6 @@ private slots:
         QVERIFY(viewer.player2()->media().isNull());
         QVERIFY(!viewer.player1()->isPlaying() && !viewer.player2()->isPlaying());
         QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStateStopped);
-    }
-
-    // What the command line names: a recording plays in its folder's list, an empty folder says
-    // so in the list, a path that is not there is named in an alert on the window.
-    void openingPathsFromTheCommandLine()
-    {
-        Viewer viewer;
-        const QString rear = m_card.path(*m_card.longestPair(), true);
-        viewer.delegate->openPathFromCommandLine(rear);
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing() && viewer.player1()->media().path() == rear,
-                                 test::StartWaitMs);
-        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(),
-                 viewer.rowOf(QFileInfo(rear).fileName()));
-
-        QTemporaryDir empty;
-        QSignalSpy reloaded(viewer.delegate.get(), &KVRAppDelegate::mediaListReloaded);
-        viewer.delegate->openPathFromCommandLine(empty.path());
-        QVERIFY(reloaded.wait(test::StartWaitMs));
-        QCOMPARE(viewer.ui().mediaListTableView->emptyText(),
-                 QString("No recordings in this folder"));
-
-        const QString missing = empty.filePath("card-that-was-pulled");
-        viewer.delegate->openPathFromCommandLine(missing);
-        QMessageBox* alert = nullptr;
-        QTRY_VERIFY((alert = viewer.window()->findChild<QMessageBox*>()) && alert->isVisible());
-        QVERIFY(alert->informativeText().contains(missing));
     }
 
     // --help and --version answer without a display; a malformed command line is one line on

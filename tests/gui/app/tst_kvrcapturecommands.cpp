@@ -9,15 +9,12 @@
 #include <QFileDialog>
 #include <QImageReader>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPrintDialog>
-#include <QPrinter>
 #include <QProcess>
 #include <QTableWidget>
 
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace kavro;
@@ -127,7 +124,8 @@ private:
     Viewer& playLongestPair()
     {
         m_opened.clear();
-        if (!startViewer(m_viewer, m_card.root))
+        m_viewer = std::make_unique<Viewer>();
+        if (!m_viewer->openFolder(m_card.root))
             return *m_viewer;
         KVRCaptureCommands* commands = m_viewer->delegate->captureCommands();
         commands->setSnapshotPath(m_folder.filePath("kavro_capture.jpg"));
@@ -274,7 +272,6 @@ private slots:
         // cups-pdf renames the file into place once it is whole.
         QTRY_VERIFY_WITH_TIMEOUT(
             runProgram("pdfinfo", {printed}).out.simplified().contains("Pages: 1 "), PrintWaitMs);
-        QFile::copy(printed, QDir::temp().filePath("kavro-printed-frame.pdf"));
         const QImage page = pageImage(printed, m_folder.path(), 40);
         QVERIFY(!page.isNull());
         const QRect ink = inkBox(page);
@@ -291,7 +288,8 @@ private slots:
         QTemporaryDir card;
         const QString name = QStringLiteral("event_20250516_081236_F.avi");
         QVERIFY(writeSteadyRecording(card.filePath(name)));
-        QVERIFY(startViewer(m_viewer, card.path()));
+        m_viewer = std::make_unique<Viewer>();
+        QVERIFY(m_viewer->openFolder(card.path()));
         Viewer& viewer = *m_viewer;
         QVERIFY(viewer.playRow(0));
         viewer.delegate->controls()->clickPlayButton();
@@ -313,7 +311,6 @@ private slots:
              {"File: event_20250516_081236_F.avi", "Date: 2025/05/16", "Time: 08:12:3",
               "Speed: 57 Km/h", "X=+0.50", "Y=-0.25", "Z=+1.00", "37.558333", "126.990000"})
             QVERIFY2(text.out.contains(expected), qPrintable(expected + ("\n" + text.out)));
-        QFile::copy(pdf, QDir::temp().filePath("kavro-exported-frame.pdf"));
     }
 
     void helpSheets()
