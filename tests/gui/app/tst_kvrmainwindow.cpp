@@ -1,14 +1,19 @@
 // The main window without video: its arrangement, its list of recordings, what it takes by
-// drag and drop, and the loading indicator.
+// drag and drop, the loading indicator, and in Korean the room its texts and the settings
+// window's get.
 
 #include "appfixture.h"
 #include "map/kvrmapview.h"
+#include "settings/kvrsettingcontroller.h"
 
+#include <QAbstractButton>
+#include <QBoxLayout>
 #include <QIcon>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QScreen>
 
 using namespace kavro;
@@ -55,6 +60,56 @@ bool dropOnTheList(const Viewer& viewer, const QList<QUrl>& urls)
     QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(target, &drop);
     return enter.isAccepted() && drop.isAccepted();
+}
+
+// "setting.basic.enable_gsensor", "nSecond_fmt": what a text looks like when its key shows.
+bool looksLikeKey(const QString& text)
+{
+    static const QRegularExpression key(
+        QStringLiteral("^[A-Za-z]\\w*([.][A-Za-z]\\w*)+$|^[A-Za-z]+_\\w*$"));
+    return key.match(text).hasMatch();
+}
+
+// The texts of root's visible labels and buttons that are cut off or show a key.
+QStringList badTexts(QWidget* root)
+{
+    QStringList bad;
+    const auto check = [&bad](QWidget* widget, const QString& text, QSize need) {
+        if (!widget->isVisible() || text.isEmpty())
+            return;
+        if (looksLikeKey(text))
+            bad << QStringLiteral("key shown: ") + text;
+        else if (widget->width() < need.width() || widget->height() < need.height())
+            bad << QStringLiteral("%1 needs %2x%3, has %4x%5")
+                       .arg(text)
+                       .arg(need.width())
+                       .arg(need.height())
+                       .arg(widget->width())
+                       .arg(widget->height());
+    };
+    for (QLabel* label : root->findChildren<QLabel*>()) {
+        // A wrapping label trades width for height: only the height tells.
+        const QSize need =
+            label->wordWrap() ? QSize(0, label->heightForWidth(label->width())) : label->sizeHint();
+        check(label, label->text(), need);
+    }
+    for (QAbstractButton* button : root->findChildren<QAbstractButton*>())
+        check(button, button->text(), button->sizeHint());
+    // Controls of fixed size in a row too short for them are laid over each other.
+    for (QBoxLayout* row : root->findChildren<QBoxLayout*>()) {
+        QList<QWidget*> shown;
+        for (int i = 0; i < row->count(); ++i) {
+            QWidget* widget = row->itemAt(i)->widget();
+            if (widget && widget->isVisible())
+                shown << widget;
+        }
+        for (qsizetype i = 1; i < shown.size(); ++i) {
+            if (shown[i - 1]->geometry().intersects(shown[i]->geometry()))
+                bad << QStringLiteral("%1 overlaps %2")
+                           .arg(shown[i - 1]->objectName(), shown[i]->objectName());
+        }
+    }
+    return bad;
 }
 
 } // namespace
@@ -303,6 +358,33 @@ private slots:
         loading->showLoading("Loading...");
         QTRY_VERIFY_WITH_TIMEOUT(!ui.progressIndicator->isVisible(), 3000);
         QCOMPARE(loading->progress(), 100.0);
+    }
+
+    // The main window and every page of the settings window, in Korean at their smallest size:
+    // each text fits the room its control got, none shows as its key, and no control lies over
+    // another.
+    void koreanTextsFitTheirRoom()
+    {
+        const auto english = qScopeGuard([] { installInfoPlistTranslator(QStringLiteral("en")); });
+        Viewer korean(QStringLiteral("ko"));
+        korean.window()->resize(1, 1);
+        QTemporaryDir card;
+        KVRSettingController settings(KVRSettingController::Options{nullptr, card.path(), true});
+        settings.showWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(!settings.isLoading(), 10000);
+        settings.resize(1, 1);
+        QTRY_VERIFY(korean.window()->isVisible() && settings.isVisible());
+        QApplication::processEvents();
+        QStringList bad = badTexts(korean.window());
+        const char* const pages[] = {"video", "basic", "gps", "aux", "motion", "audio", "drive"};
+        for (int tab = 0; tab < KVRSettingController::TabCount; ++tab) {
+            settings.changeViewController(tab);
+            QCOMPARE(settings.lastSelectedTabIndex(), tab);
+            QApplication::processEvents();
+            for (const QString& text : badTexts(&settings))
+                bad << pages[tab] + QStringLiteral(": ") + text;
+        }
+        QVERIFY2(bad.isEmpty(), qPrintable(bad.join(QStringLiteral("; "))));
     }
 };
 
