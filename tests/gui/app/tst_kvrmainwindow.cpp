@@ -29,21 +29,18 @@ void sendMouse(QWidget* window, QEvent::Type type, const QPoint& global)
     QCoreApplication::sendEvent(window, &event);
 }
 
+QString rectText(const QRect& r)
+{
+    return QStringLiteral("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+}
+
 // Each box's rectangle in its parent, all compared at once.
 template <std::size_t N> void compareArrangement(const std::pair<QWidget*, QRect> (&boxes)[N])
 {
     QStringList shown, wanted;
-    const auto text = [](const QWidget* box, QRect r) {
-        return QStringLiteral("%1 %2,%3 %4x%5")
-            .arg(box->objectName())
-            .arg(r.x())
-            .arg(r.y())
-            .arg(r.width())
-            .arg(r.height());
-    };
     for (const auto& [box, rect] : boxes) {
-        shown << text(box, box->geometry());
-        wanted << text(box, rect);
+        shown << box->objectName() + ' ' + rectText(box->geometry());
+        wanted << box->objectName() + ' ' + rectText(rect);
     }
     QCOMPARE(shown, wanted);
 }
@@ -80,12 +77,7 @@ QStringList badTexts(QWidget* root)
         if (looksLikeKey(text))
             bad << QStringLiteral("key shown: ") + text;
         else if (widget->width() < need.width() || widget->height() < need.height())
-            bad << QStringLiteral("%1 needs %2x%3, has %4x%5")
-                       .arg(text)
-                       .arg(need.width())
-                       .arg(need.height())
-                       .arg(widget->width())
-                       .arg(widget->height());
+            bad << text + " needs " + rectText({{}, need}) + ", has " + rectText(widget->rect());
     };
     for (QLabel* label : root->findChildren<QLabel*>()) {
         // A wrapping label trades width for height: only the height tells.
