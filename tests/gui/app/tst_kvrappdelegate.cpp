@@ -109,7 +109,7 @@ public:
 
 private:
     TinyCard m_card;
-    QTemporaryDir m_folder;
+    std::optional<QTemporaryDir> m_folder; // of each test
     std::unique_ptr<Viewer> m_viewer;
     QStringList m_opened;
 
@@ -121,7 +121,7 @@ private:
         if (!m_viewer->openFolder(m_card.root))
             return *m_viewer;
         KVRCaptureCommands* commands = m_viewer->delegate->captureCommands();
-        commands->setSnapshotPath(m_folder.filePath("kavro_capture.jpg"));
+        commands->setSnapshotPath(m_folder->filePath("kavro_capture.jpg"));
         commands->setImageOpener([this](const QString& path) { m_opened << path; });
         const QString name = m_card.fileName(*m_card.longestPair(), false);
         m_viewer->playRow(m_viewer->rowOf(name));
@@ -142,20 +142,9 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        m_card.makeInTest();
-        QVERIFY(m_folder.isValid());
-    }
-
-    void cleanup()
-    {
-        m_viewer.reset();
-        QDir folder(m_folder.path());
-        for (const QString& name : folder.entryList(QDir::AllEntries | QDir::NoDotAndDotDot |
-                                                    QDir::Hidden | QDir::System))
-            QFile::remove(folder.filePath(name));
-    }
+    void initTestCase() { m_card.makeInTest(); }
+    void init() { QVERIFY(m_folder.emplace().isValid()); }
+    void cleanup() { m_viewer.reset(); }
 
     void startsEmptyInACentredWindowAndStoresEnglish()
     {
@@ -357,8 +346,8 @@ private slots:
     void captureSavesACopyThatNeverReplaces()
     {
         QFETCH(QString, situation);
-        const QString copy = m_folder.filePath("incident.png");
-        const QString victim = m_folder.filePath("victim");
+        const QString copy = m_folder->filePath("incident.png");
+        const QString victim = m_folder->filePath("victim");
         QVERIFY(writeFile(victim, "precious"));
         if (situation == "existing")
             QVERIFY(writeFile(copy, "older capture"));
@@ -416,7 +405,7 @@ private slots:
     {
         QFETCH(bool, toQueue);
         QString reason;
-        const QString output = toQueue ? pdfQueueFolder(&reason) : m_folder.filePath("file.pdf");
+        const QString output = toQueue ? pdfQueueFolder(&reason) : m_folder->filePath("file.pdf");
         QVERIFY2(!output.isEmpty(), qPrintable(reason));
         const QStringList before = pdfFilesIn(output);
 
@@ -458,7 +447,7 @@ private slots:
         // cups-pdf renames the file into place once it is whole.
         QTRY_VERIFY_WITH_TIMEOUT(
             runProgram("pdfinfo", {printed}).out.simplified().contains("Pages: 1 "), PrintWaitMs);
-        const QImage page = pageImage(printed, m_folder.path(), 40);
+        const QImage page = pageImage(printed, m_folder->path(), 40);
         QVERIFY(!page.isNull());
         const QRect ink = paintedArea(page, qRgb(255, 255, 255), page.rect());
         const QSize video = m_card.plan->options().frontSize;
@@ -487,7 +476,7 @@ private slots:
         QVERIFY(panel);
         QCOMPARE(QFileInfo(panel->selectedFiles().value(0)).fileName(),
                  QString("event_20250516_081236_F.pdf"));
-        const QString pdf = m_folder.filePath("incident.pdf");
+        const QString pdf = m_folder->filePath("incident.pdf");
         panel->selectFile(pdf);
         static_cast<QDialog*>(panel)->accept();
 

@@ -1,7 +1,6 @@
 #include "appfixture.h"
 #include "fusecard.h"
 
-#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 
 using namespace kavro;
@@ -60,11 +59,12 @@ private:
             QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
         }
 
-        KVRBlackBoxData frontData;
-        QVERIFY(frontData.ExtractStreamInformation(nativePath(m_card.path(plan, false))));
-        QVERIFY(!frontData.GSensors().empty());
-        QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
-        QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);
+        // The front file's samples as the simulator wrote them, in g.
+        const auto stored =
+            m_card.plan->telemetry(plan).recording(plan.start, plan.duration, plan.impact).gsensor;
+        QCOMPARE(viewer.ui().graphView->values().size(), stored.size());
+        QVERIFY(std::abs(viewer.ui().graphView->values().front().x - stored[0].xAxis / 256.0) <
+                1e-6);
         QCOMPARE(viewer.ui().gsensorXField->text(), QString("X=+0.00"));
         QVERIFY(viewer.ui().speedField->text().isEmpty());
         QVERIFY(viewer.engine()->isPlayNextTimerActive());
@@ -302,24 +302,30 @@ private slots:
         QVERIFY2(inStep(), qPrintable(times()));
     }
 
-    // The player stops on the recording and says so, as for one that fails to open, instead of
-    // moving on.
-    void aRecordingLostWhilePlayingStopsThere_data()
+    // A file lost while its pair plays. The large picture's: the player stops on the recording
+    // and says so, as for one that fails to open, instead of moving on. The small picture's: the
+    // small picture and the sound switch go with it, and the large picture plays on to its end
+    // and the next recording.
+    void aFileLostWhilePlaying_data()
     {
-        QTest::addColumn<bool>("pullCard");
-        QTest::newRow("file cut short") << false;
-        QTest::newRow("card pulled out") << true;
+        QTest::addColumn<QString>("lost");
+        QTest::addColumn<QString>("how");
+        QTest::newRow("file cut short") << Front << "cut";
+        QTest::newRow("card pulled out") << Front << "pull";
+        QTest::newRow("partner deleted") << Rear << "delete";
+        QTest::newRow("partner cut short") << Rear << "cut";
     }
 
-    void aRecordingLostWhilePlayingStopsThere()
+    void aFileLostWhilePlaying()
     {
-        QFETCH(bool, pullCard);
+        QFETCH(QString, lost);
+        QFETCH(QString, how);
         QTemporaryDir dir;
         const QString stage = dir.filePath("stage"), mount = dir.filePath("mnt");
         QVERIFY(stagePair(stage));
         test::FuseCard card;
         QString folder = stage + "/DCIM";
-        if (pullCard) {
+        if (how == "pull") {
             QString error;
             QVERIFY2(card.insert(dir.filePath("card.img"), stage, 8, mount, &error),
                      qPrintable(error));
@@ -330,15 +336,24 @@ private slots:
         QCOMPARE(viewer.model()->rowCount(), 3);
         QVERIFY(viewer.playRow(0));
         QTRY_VERIFY_WITH_TIMEOUT(!viewer.ui().speedField->text().isEmpty(), test::StartWaitMs);
-        if (pullCard) {
+        QVERIFY(viewer.ui().audioToggleButton->isVisible());
+        QFile file(folder + "/" + lost);
+        if (how == "pull")
             card.pull();
-        } else {
-            QFile file(folder + "/" + Front);
-            QVERIFY(file.resize(file.size() / 3));
-        }
+        else
+            QVERIFY(how == "cut" ? file.resize(file.size() / 3) : file.remove());
         QTRY_COMPARE_WITH_TIMEOUT(viewer.ui().statusField->text(),
-                                  "This recording could not be played: " + QString(Front),
-                                  test::StartWaitMs);
+                                  "This recording could not be played: " + lost, test::StartWaitMs);
+        if (lost == Rear) {
+            QTRY_VERIFY(viewer.player2()->media().isNull());
+            QVERIFY(!viewer.delegate->video2View()->isVisible());
+            QVERIFY(!viewer.ui().audioToggleButton->isVisible());
+            QCOMPARE(viewer.engine()->mediaIndex(), qint64(0));
+            QCOMPARE(QFileInfo(viewer.player1()->media().path()).fileName(), QString(Front));
+            // Played to its end, the pair gives way to the row after the partner's.
+            playToTheEnd(2);
+            return;
+        }
         QVERIFY(viewer.player1()->media().isNull());
         QVERIFY(viewer.player2()->media().isNull());
         QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
@@ -351,39 +366,6 @@ private slots:
         QVERIFY(viewer.ui().graphView->values().empty());
         // Off the card before it goes.
         QVERIFY(viewer.openFolder(m_card.root));
-    }
-
-    // The small picture's file goes while the pair plays: the small picture and the sound switch
-    // go with it, and the large picture plays on to its end and the next recording.
-    void aPartnerLostWhilePlayingLeavesTheMainOne_data()
-    {
-        QTest::addColumn<bool>("cutShort");
-        QTest::newRow("partner deleted") << false;
-        QTest::newRow("partner cut short") << true;
-    }
-
-    void aPartnerLostWhilePlayingLeavesTheMainOne()
-    {
-        QFETCH(bool, cutShort);
-        QTemporaryDir dir;
-        QVERIFY(stagePair(dir.path()));
-        Viewer& viewer = *m_viewer;
-        QVERIFY(viewer.openFolder(dir.filePath("DCIM")));
-        QVERIFY(viewer.playRow(0));
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.player2()->isPlaying(), test::StartWaitMs);
-        QVERIFY(viewer.ui().audioToggleButton->isVisible());
-        QFile rear(dir.filePath("DCIM/") + Rear);
-        QVERIFY(cutShort ? rear.resize(rear.size() / 3) : rear.remove());
-
-        QTRY_VERIFY_WITH_TIMEOUT(viewer.player2()->media().isNull(), test::StartWaitMs);
-        QCOMPARE(viewer.ui().statusField->text(),
-                 "This recording could not be played: " + QString(Rear));
-        QVERIFY(!viewer.delegate->video2View()->isVisible());
-        QVERIFY(!viewer.ui().audioToggleButton->isVisible());
-        QCOMPARE(viewer.engine()->mediaIndex(), qint64(0));
-        QCOMPARE(QFileInfo(viewer.player1()->media().path()).fileName(), QString(Front));
-        // Played to its end, the pair gives way to the row after the partner's.
-        playToTheEnd(2);
     }
 
     // [ and ] step the speed within 1..2; Ctrl+Up/Down step the volume by ten within 0..200,
