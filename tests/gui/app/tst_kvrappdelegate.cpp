@@ -64,22 +64,6 @@ QString pdfQueueFolder(QString* reason)
         .replace("${USER}", QString::fromLocal8Bit(user->pw_name));
 }
 
-QStringList pdfFilesIn(const QString& folder)
-{
-    return QDir(folder).entryList({"*.pdf"}, QDir::Files);
-}
-
-// The first page of a PDF as a picture, through poppler.
-QImage pageImage(const QString& pdf, const QString& folder, int dpi)
-{
-    const QString prefix = QDir(folder).filePath(QStringLiteral("page"));
-    if (runProgram("pdftoppm", {"-r", QString::number(dpi), "-f", "1", "-l", "1", "-singlefile",
-                                "-png", pdf, prefix})
-            .exitCode != 0)
-        return {};
-    return QImage(prefix + QStringLiteral(".png"));
-}
-
 // A four-second front recording whose every record says the same: 57 km/h at 37°33.5' N
 // 126°59.4' E, and 0.5 g, -0.25 g, 1 g.
 bool writeSteadyRecording(const QString& path)
@@ -407,7 +391,7 @@ private slots:
         QString reason;
         const QString output = toQueue ? pdfQueueFolder(&reason) : m_folder->filePath("file.pdf");
         QVERIFY2(!output.isEmpty(), qPrintable(reason));
-        const QStringList before = pdfFilesIn(output);
+        const QStringList before = QDir(output).entryList({"*.pdf"}, QDir::Files);
 
         Viewer& viewer = playLongestPair();
         QVERIFY(viewer.playing());
@@ -437,7 +421,7 @@ private slots:
         QString printed;
         QTRY_VERIFY_WITH_TIMEOUT(
             [&] {
-                for (const QString& name : pdfFilesIn(output)) {
+                for (const QString& name : QDir(output).entryList({"*.pdf"}, QDir::Files)) {
                     if (!before.contains(name))
                         printed = QDir(output).filePath(name);
                 }
@@ -447,7 +431,11 @@ private slots:
         // cups-pdf renames the file into place once it is whole.
         QTRY_VERIFY_WITH_TIMEOUT(
             runProgram("pdfinfo", {printed}).out.simplified().contains("Pages: 1 "), PrintWaitMs);
-        const QImage page = pageImage(printed, m_folder->path(), 40);
+        // The first page as a picture, through poppler.
+        const QString png = m_folder->filePath("page");
+        QCOMPARE(runProgram("pdftoppm", {"-r", "40", "-singlefile", "-png", printed, png}).exitCode,
+                 0);
+        const QImage page(png + ".png");
         QVERIFY(!page.isNull());
         const QRect ink = paintedArea(page, qRgb(255, 255, 255), page.rect());
         const QSize video = m_card.plan->options().frontSize;
