@@ -74,20 +74,15 @@ struct TinyCard
     std::unique_ptr<camsim::CardPlan> plan;
     camsim::CardOptions options = camsim::CardOptions::quick();
 
-    bool make(QString* error)
-    {
-        root = dir.filePath(QStringLiteral("card"));
-        options.outDir = root;
-        camsim::CardGenerator generator(options);
-        plan = std::make_unique<camsim::CardPlan>(options);
-        return dir.isValid() && generator.generate(error);
-    }
-
     // For initTestCase, which fails when the card cannot be made.
     void makeInTest()
     {
+        root = dir.filePath(QStringLiteral("card"));
+        options.outDir = root;
+        plan = std::make_unique<camsim::CardPlan>(options);
         QString error;
-        QVERIFY2(make(&error), qPrintable(error));
+        QVERIFY2(dir.isValid() && camsim::CardGenerator(options).generate(&error),
+                 qPrintable(error));
     }
 
     // The first recording that passes the test.
@@ -204,6 +199,14 @@ public:
         QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, center);
     }
 
+    // A person's click at a fraction of the position slider's length.
+    void clickSlider(double fraction)
+    {
+        KVRPositionSlider* slider = ui().videoPositionSlider;
+        QTest::mouseClick(slider, Qt::LeftButton, {},
+                          QPoint(int(fraction * slider->width()), slider->height() / 2));
+    }
+
     // Both pictures of an opened row are on screen (one when the row has no partner).
     bool playing() const
     {
@@ -225,13 +228,5 @@ public:
 
     std::unique_ptr<KVRAppDelegate> delegate;
 };
-
-// A new viewer in place of the last one, showing the folder's list.
-inline bool startViewer(std::unique_ptr<Viewer>& viewer, const QString& folder)
-{
-    viewer.reset();
-    viewer = std::make_unique<Viewer>();
-    return viewer->openFolder(folder);
-}
 
 } // namespace kavro::test

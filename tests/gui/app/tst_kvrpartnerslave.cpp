@@ -66,8 +66,7 @@ private slots:
         // and both cameras starting at the same instant, as the camera records.
         m_card.options.minutes = 1.2;
         m_card.options.secondsPerRecording = 24;
-        QString error;
-        QVERIFY2(m_card.make(&error), qPrintable(error));
+        m_card.makeInTest();
         const auto& recordings = m_card.plan->recordings();
         for (std::size_t i = 0; i + 1 < recordings.size() && !m_pair; ++i) {
             if (recordings[i].hasRear && recordings[i].duration >= 20 && recordings[i + 1].hasRear)
@@ -103,7 +102,7 @@ private slots:
                             paused = true;
                         });
                     });
-        viewer.doubleClickRow(viewer.rowOf(QFileInfo(m_card.path(*m_pair, false)).fileName()));
+        viewer.doubleClickRow(viewer.rowOf(m_card.fileName(*m_pair, false)));
         QTRY_VERIFY_WITH_TIMEOUT(paused, test::StartWaitMs);
         disconnect(started);
         QTest::qWait(1200);
@@ -144,20 +143,16 @@ private slots:
         int frameBeforeSwap = -1;
         switch (action) {
         case Action::Open:
-            QVERIFY(
-                viewer.playRow(viewer.rowOf(QFileInfo(m_card.path(*m_pair, false)).fileName())));
+            QVERIFY(viewer.playRow(viewer.rowOf(m_card.fileName(*m_pair, false))));
             break;
         case Action::Pause:
         case Action::Resume:
             viewer.ui().playButton->click();
             break;
-        case Action::Seek: {
-            KVRPositionSlider* slider = viewer.ui().videoPositionSlider;
-            QTest::mouseClick(slider, Qt::LeftButton, {},
-                              QPoint(int(where * slider->width()), slider->height() / 2));
+        case Action::Seek:
+            viewer.clickSlider(where);
             sought = viewer.delegate->playInfo()->position();
             break;
-        }
         case Action::Jump:
             controls->jumpForward();
             break;

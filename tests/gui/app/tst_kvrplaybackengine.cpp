@@ -1,26 +1,16 @@
 #include "appfixture.h"
+#include "fusecard.h"
 
-#include "qtbridge/qtbridge.h"
 #include "telemetry/cutshortavi.h"
 
 using namespace kavro;
 using kavro::test::Viewer;
 
-namespace {
-
 using camsim::RecordingPlan;
 
-// A person's click at a fraction of the slider's length.
-void clickSlider(KVRPositionSlider* slider, double fraction)
-{
-    QTest::mouseClick(slider, Qt::LeftButton, {},
-                      QPoint(int(fraction * slider->width()), slider->height() / 2));
-}
-
-} // namespace
-
-// Openings, play-next and broken files on one viewer (the swap: the partner test). Each opening
-// checks as much as it can: opening a row to both pictures playing is what costs the time here.
+// Openings, play-next, broken files and files lost while they play, and the person's controls,
+// on one viewer (the swap: the partner test). Each opening checks as much as it can: opening a row
+// to both pictures playing is what costs the time here.
 class TestKVRPlaybackEngine : public QObject
 {
     Q_OBJECT
@@ -69,11 +59,12 @@ private:
             QCOMPARE(viewer.delegate->video2View()->lastFrame().size(), rearRow ? front : rear);
         }
 
-        KVRBlackBoxData frontData;
-        QVERIFY(frontData.ExtractStreamInformation(nativePath(m_card.path(plan, false))));
-        QVERIFY(!frontData.GSensors().empty());
-        QCOMPARE(viewer.ui().graphView->values().size(), frontData.GSensors().size());
-        QCOMPARE(viewer.ui().graphView->values().front().x, frontData.GSensors().front().x);
+        // The front file's samples as the simulator wrote them, in g.
+        const auto stored =
+            m_card.plan->telemetry(plan).recording(plan.start, plan.duration, plan.impact).gsensor;
+        QCOMPARE(viewer.ui().graphView->values().size(), stored.size());
+        QVERIFY(std::abs(viewer.ui().graphView->values().front().x - stored[0].xAxis / 256.0) <
+                1e-6);
         QCOMPARE(viewer.ui().gsensorXField->text(), QString("X=+0.00"));
         QVERIFY(viewer.ui().speedField->text().isEmpty());
         QVERIFY(viewer.engine()->isPlayNextTimerActive());
@@ -99,12 +90,39 @@ private:
         }
     }
 
+    static constexpr const char* Front = "alwa_20240101_000000_F.avi";
+    static constexpr const char* Rear = "alwa_20240101_000000_R.avi";
+
+    // A card of one front/rear pair and one lone front recording after it, in stage/DCIM.
+    bool stagePair(const QString& stage)
+    {
+        const RecordingPlan& pair = *m_card.longestPair();
+        const QString dcim = stage + "/DCIM/";
+        return QDir().mkpath(dcim) && QFile::copy(m_card.path(pair, false), dcim + Front) &&
+               QFile::copy(m_card.path(pair, true), dcim + Rear) &&
+               QFile::copy(m_card.path(pair, false), dcim + "alwa_20240101_000100_F.avi");
+    }
+
+    // The longest pair's front row playing from its start (time enough to act on it), or -1.
+    int playLongestPair()
+    {
+        const int row = rowOf(*m_card.longestPair(), false);
+        return m_viewer->playRow(row) ? row : -1;
+    }
+
+    // The picture's height against the front recording's own lines.
+    QString shownSize() const
+    {
+        const double lines = m_card.plan->options().frontSize.height();
+        return QString::asprintf("%.2fx", m_viewer->ui().videoContainerView->height() / lines);
+    }
+
     // Played to its end, the row gives way to the row next.
     void playToTheEnd(int next)
     {
         Viewer& viewer = *m_viewer;
         QVERIFY(next < viewer.model()->rowCount());
-        clickSlider(viewer.ui().videoPositionSlider, 0.95);
+        viewer.clickSlider(0.95);
         QTRY_COMPARE_WITH_TIMEOUT(viewer.engine()->mediaIndex(), qint64(next), test::StartWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
         QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), next);
@@ -157,7 +175,7 @@ private slots:
         if (QTest::currentTestFailed())
             return;
 
-        clickSlider(viewer.ui().videoPositionSlider, 0.95);
+        viewer.clickSlider(0.95);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->state() == VLCMediaPlayerStatePaused &&
                                      viewer.player1()->position() >= 0.998f,
                                  test::StartWaitMs);
@@ -247,7 +265,7 @@ private slots:
                             viewer.player2()->time().intValue()) <= 34;
         };
         for (const double fraction : {0.7, 0.3}) {
-            clickSlider(viewer.ui().videoPositionSlider, fraction);
+            viewer.clickSlider(fraction);
             QTRY_VERIFY_WITH_TIMEOUT(!viewer.engine()->moving(), 3000);
             const qint64 target = qint64(fraction * viewer.player1()->lengthMilliseconds());
             QTRY_VERIFY2_WITH_TIMEOUT(
@@ -262,7 +280,7 @@ private slots:
         QVERIFY(viewer.playRow(viewer.rowOf(m_card.fileName(*pair, true))));
         viewer.ui().playButton->click();
         QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
-        clickSlider(viewer.ui().videoPositionSlider, 0.9);
+        viewer.clickSlider(0.9);
         const auto smallFrame = [&viewer] {
             return test::frameNumber(viewer.delegate->video2View()->lastFrame()).value_or(-1);
         };
@@ -275,13 +293,217 @@ private slots:
                                   3000);
         // Back within its length, the partner that rested at its end follows again.
         QTRY_VERIFY(!viewer.engine()->moving());
-        clickSlider(viewer.ui().videoPositionSlider, 0.2);
+        viewer.clickSlider(0.2);
         QTRY_VERIFY(!viewer.engine()->moving());
         QTRY_VERIFY2_WITH_TIMEOUT(inStep() &&
                                       viewer.player2()->state() == VLCMediaPlayerStatePaused,
                                   qPrintable(times()), 5000);
         QTest::qWait(300);
         QVERIFY2(inStep(), qPrintable(times()));
+    }
+
+    // A file lost while its pair plays. The large picture's: the player stops on the recording
+    // and says so, as for one that fails to open, instead of moving on. The small picture's: the
+    // small picture and the sound switch go with it, and the large picture plays on to its end
+    // and the next recording.
+    void aFileLostWhilePlaying_data()
+    {
+        QTest::addColumn<QString>("lost");
+        QTest::addColumn<QString>("how");
+        QTest::newRow("file cut short") << Front << "cut";
+        QTest::newRow("card pulled out") << Front << "pull";
+        QTest::newRow("partner deleted") << Rear << "delete";
+        QTest::newRow("partner cut short") << Rear << "cut";
+    }
+
+    void aFileLostWhilePlaying()
+    {
+        QFETCH(QString, lost);
+        QFETCH(QString, how);
+        QTemporaryDir dir;
+        const QString stage = dir.filePath("stage"), mount = dir.filePath("mnt");
+        QVERIFY(stagePair(stage));
+        test::FuseCard card;
+        QString folder = stage + "/DCIM";
+        if (how == "pull") {
+            QString error;
+            QVERIFY2(card.insert(dir.filePath("card.img"), stage, 8, mount, &error),
+                     qPrintable(error));
+            folder = mount + "/DCIM";
+        }
+        Viewer& viewer = *m_viewer;
+        QVERIFY(viewer.openFolder(folder));
+        QCOMPARE(viewer.model()->rowCount(), 3);
+        QVERIFY(viewer.playRow(0));
+        QTRY_VERIFY_WITH_TIMEOUT(!viewer.ui().speedField->text().isEmpty(), test::StartWaitMs);
+        QVERIFY(viewer.ui().audioToggleButton->isVisible());
+        QFile file(folder + "/" + lost);
+        if (how == "pull")
+            card.pull();
+        else
+            QVERIFY(how == "cut" ? file.resize(file.size() / 3) : file.remove());
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.ui().statusField->text(),
+                                  "This recording could not be played: " + lost, test::StartWaitMs);
+        if (lost == Rear) {
+            QTRY_VERIFY(viewer.player2()->media().isNull());
+            QVERIFY(!viewer.delegate->video2View()->isVisible());
+            QVERIFY(!viewer.ui().audioToggleButton->isVisible());
+            QCOMPARE(viewer.engine()->mediaIndex(), qint64(0));
+            QCOMPARE(QFileInfo(viewer.player1()->media().path()).fileName(), QString(Front));
+            // Played to its end, the pair gives way to the row after the partner's.
+            playToTheEnd(2);
+            return;
+        }
+        QVERIFY(viewer.player1()->media().isNull());
+        QVERIFY(viewer.player2()->media().isNull());
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(-1));
+        QVERIFY(!viewer.engine()->isPlayNextTimerActive());
+        QCOMPARE(viewer.ui().mediaListTableView->selectedRow(), qint64(0));
+        // The telemetry shown is no longer any recording's.
+        for (const QLabel* field : {viewer.ui().gsensorXField, viewer.ui().speedField,
+                                    viewer.ui().hdopField, viewer.ui().sateliteField})
+            QVERIFY2(field->text().isEmpty(), qPrintable(field->text()));
+        QVERIFY(viewer.ui().graphView->values().empty());
+        // Off the card before it goes.
+        QVERIFY(viewer.openFolder(m_card.root));
+    }
+
+    // [ and ] step the speed within 1..2; Ctrl+Up/Down step the volume by ten within 0..200,
+    // where the slider also goes. Each step: the slider set first (-1: left), the key, then
+    // the speed and volume the person gets.
+    void speedAndVolumeStayInTheirRanges()
+    {
+        QVERIFY(playLongestPair() >= 0);
+        Viewer& viewer = *m_viewer;
+        QSlider* slider = viewer.ui().volumeSlider;
+        QCOMPARE(viewer.delegate->controls()->volume(), quint64(70));
+        const struct
+        {
+            int slider;
+            Qt::Key key;
+            Qt::KeyboardModifiers modifiers;
+            double speed;
+            int volume;
+        } steps[] = {{-1, Qt::Key_BracketLeft, {}, 1, 70},
+                     {-1, Qt::Key_BracketRight, {}, 2, 70},
+                     {-1, Qt::Key_BracketRight, {}, 2, 70},
+                     {-1, Qt::Key_BracketLeft, {}, 1, 70},
+                     {-1, Qt::Key_Up, Qt::ControlModifier, 1, 80},
+                     {195, Qt::Key_Up, Qt::ControlModifier, 1, 200},
+                     {-1, Qt::Key_Up, Qt::ControlModifier, 1, 200},
+                     {5, Qt::Key_Down, Qt::ControlModifier, 1, 0}};
+        for (const auto& step : steps) {
+            if (step.slider >= 0)
+                slider->setValue(step.slider);
+            QTest::keyClick(viewer.ui().mediaListTableView, step.key, step.modifiers);
+            QCOMPARE(viewer.delegate->playInfo()->speed(), step.speed);
+            QCOMPARE(viewer.ui().speedTextButton->text(), step.speed == 1 ? "1.0x" : "2.0x");
+            QCOMPARE(viewer.player1()->rate(), float(step.speed));
+            QCOMPARE(viewer.player2()->rate(), float(step.speed));
+            QCOMPARE(viewer.delegate->controls()->volume(), quint64(step.volume));
+            QCOMPARE(slider->value(), step.volume);
+            // The front file of this pair has the sound.
+            QCOMPARE(viewer.player1()->audio()->volume(), step.volume);
+        }
+        slider->setValue(70);
+    }
+
+    // Shorter than ten seconds: Left goes to the start, Right to the end. Paused, Left moves the
+    // picture, the slider, the time and the telemetry to the start; the time beside the slider
+    // counts the recording's own seconds. At the end the button plays the row again from the
+    // start (pause and resume: the partner test and Space in the program's test).
+    void jumpsStopAtTheStartAndTheEndWhereTheButtonReplays()
+    {
+        const int row = playLongestPair();
+        QVERIFY(row >= 0);
+        Viewer& viewer = *m_viewer;
+        const int seconds = m_card.longestPair()->duration;
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.player1()->time().intValue() > 1500, test::StartWaitMs);
+        viewer.ui().playButton->click();
+        QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+        const QStringList times = viewer.ui().playTimeField->text().split(" / ");
+        QCOMPARE(times.size(), 2);
+        QVERIFY2(times[0] >= QString("00:01"), qPrintable(times[0]));
+        const int total = times[1].section(':', 1).toInt();
+        QVERIFY2(total == seconds || total == seconds - 1, qPrintable(times[1]));
+
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Left);
+        QTRY_VERIFY(viewer.player1()->time().intValue() < 300);
+        QCOMPARE(viewer.delegate->playInfo()->position(), 0.0);
+        QCOMPARE(viewer.ui().videoPositionSlider->fraction(), 0.0);
+        QVERIFY(viewer.ui().playTimeField->text().startsWith("00:00 / "));
+        QTRY_VERIFY(viewer.ui().graphView->timePosition() < 0.05);
+
+        QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Right);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            viewer.player1()->position() >= 0.998f && viewer.player2()->position() >= 0.998f, 5000);
+        viewer.ui().playButton->click();
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
+        QVERIFY(viewer.player1()->position() < 0.5f);
+        QCOMPARE(viewer.engine()->mediaIndex(), qint64(row));
+        QTRY_COMPARE(viewer.ui().playButton->images().normal.name(), QString("icon_pause_n"));
+    }
+
+    // The loaded row chosen again: paused, it plays from the start (double-click, then Return);
+    // playing, it goes on.
+    void theLoadedRowChosenAgain()
+    {
+        const int row = playLongestPair();
+        QVERIFY(row >= 0);
+        Viewer& viewer = *m_viewer;
+        const auto time = [&viewer] { return viewer.player1()->time().intValue(); };
+        const auto chooseAgain = [&](bool paused, bool byKey) {
+            if (paused) {
+                viewer.ui().playButton->click();
+                QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+            }
+            const qint64 before = time();
+            if (byKey)
+                QTest::keyClick(viewer.ui().mediaListTableView, Qt::Key_Return);
+            else
+                viewer.doubleClickRow(row);
+            QTRY_VERIFY_WITH_TIMEOUT(viewer.playing(), test::StartWaitMs);
+            QVERIFY2(paused ? time() < before - 800 : time() >= before,
+                     qPrintable(QString("%1 -> %2 ms").arg(before).arg(time())));
+            QCOMPARE(viewer.engine()->mediaIndex(), qint64(row));
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(time() > 1500, test::StartWaitMs);
+        chooseAgain(true, false);
+        QTRY_VERIFY_WITH_TIMEOUT(time() > 300, test::StartWaitMs);
+        chooseAgain(false, false);
+        QTRY_VERIFY_WITH_TIMEOUT(time() > 1500, test::StartWaitMs);
+        chooseAgain(true, true);
+    }
+
+    // 1020x640 grows by 204x128 while it fits the 1600x1000 screen (less 100 in height), then
+    // goes full screen; smaller leaves full screen for the start-up frame, and no further. The
+    // size shown follows each step, also through F and Escape while paused.
+    void sizeStepsGrowToFullScreenAndShrinkToTheMinimum()
+    {
+        QVERIFY(playLongestPair() >= 0);
+        Viewer& viewer = *m_viewer;
+        CustomWindow* window = viewer.window();
+        const QRect start = window->frameGeometry();
+        QCOMPARE(start.size(), KVRWindowLayout::minWindowSize());
+        const QSize full(1600, 1000);
+        const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
+        const std::tuple<Qt::Key, Qt::KeyboardModifiers, QSize> steps[] = {
+            {Qt::Key_Minus, ctrl, start.size()}, {Qt::Key_Equal, ctrl, {1224, 768}},
+            {Qt::Key_Equal, ctrl, {1428, 896}},  {Qt::Key_Equal, ctrl, full},
+            {Qt::Key_Equal, ctrl, full},         {Qt::Key_Minus, ctrl, start.size()},
+            {Qt::Key_Minus, ctrl, start.size()}, {Qt::Key_F, {}, full},
+            {Qt::Key_Escape, {}, start.size()}};
+        for (const auto& [key, modifiers, size] : steps) {
+            if (key == Qt::Key_F) { // F and Escape paused
+                viewer.ui().playButton->click();
+                QTRY_COMPARE(viewer.player1()->state(), VLCMediaPlayerStatePaused);
+            }
+            QTest::keyClick(viewer.ui().mediaListTableView, key, modifiers);
+            QTRY_COMPARE(window->frameGeometry().size(), size);
+            QCOMPARE(window->isFullScreen(), size == full);
+            QTRY_COMPARE(viewer.ui().sizeTextButton->text(), shownSize());
+        }
+        QCOMPARE(window->frameGeometry(), start);
     }
 
     // Chosen by its rear row, a pair plays the rear file large and moves on two rows after the

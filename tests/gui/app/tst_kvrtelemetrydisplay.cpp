@@ -1,16 +1,15 @@
-#include "kvrplayinfo.h"
+// The telemetry display: a panel of its own fed hand-written recordings, and inside the real main
+// window simulator recordings played with libVLC, the map page in Qt WebEngine, read back as the
+// person would see them.
+
+#include "appfixture.h"
 #include "kvrtelemetrydisplay.h"
 #include "qtbridge/qtbridge.h"
-#include "telemetry/graphview.h"
-#include "telemetry/kvraviwriter.h"
 #include "telemetry/kvrblackboxdata.h"
 
 #include "../map/mappagetest.h"
-#include "testsupport.h"
 
-#include <QLabel>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QRegularExpression>
 
 #include <cmath>
 #include <limits>
@@ -67,6 +66,11 @@ struct Panel
         display.setPlayerPositionSource([this] { return playerPosition; });
     }
 
+    QStringList fields() const
+    {
+        return {x.text(), y.text(), z.text(), speed.text(), hdop.text(), satellites.text()};
+    }
+
     KVRPlayInfo playInfo;
     GraphView graph;
     KVRMapView map;
@@ -75,14 +79,31 @@ struct Panel
     KVRTelemetryDisplay display;
 };
 
+// "X=+0.12" as a number; the signs themselves are checked on literal text below.
+double shownNumber(const QString& text)
+{
+    static const QRegularExpression number(QStringLiteral("[-+]?\\d+\\.\\d+"));
+    return number.match(text).captured().toDouble();
+}
+
 } // namespace
 
 class TestKVRTelemetryDisplay : public QObject
 {
     Q_OBJECT
 
+public:
+    static void initMain() { prepareViewerEnvironment(); }
+
+private:
+    TinyCard m_card;
+
 private slots:
-    void initTestCase() { prepareMapTests(); }
+    void initTestCase()
+    {
+        prepareMapTests();
+        m_card.makeInTest();
+    }
 
     // The start, middle and end of a list are read through the panel below.
     void indexRule_data()
@@ -149,20 +170,14 @@ private slots:
         panel.playerPosition = 0.25;
         panel.playInfo.setPosition(0);
         QCOMPARE(panel.graph.timePosition(), 0.25);
-        QCOMPARE(panel.x.text(), QStringLiteral("X=+0.04"));
-        QCOMPARE(panel.y.text(), QStringLiteral("Y=-1.50"));
-        QCOMPARE(panel.z.text(), QStringLiteral("Z=0.00"));
-        QCOMPARE(panel.speed.text(), QStringLiteral("57 Km/h"));
-        QCOMPARE(panel.hdop.text(), QStringLiteral("0.9"));
-        QCOMPARE(panel.satellites.text(), QStringLiteral("8"));
+        QCOMPARE(panel.fields(),
+                 QStringList({"X=+0.04", "Y=-1.50", "Z=0.00", "57 Km/h", "0.9", "8"}));
         QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{37.558333, 126.99}));
 
         // Record 1, whose fix says south and west; HDOP from the second of two fixes.
         panel.playInfo.setPosition(0.5);
-        QCOMPARE(panel.x.text(), QStringLiteral("X=0.00"));
-        QCOMPARE(panel.speed.text(), QStringLiteral("40 Mi/h"));
-        QCOMPARE(panel.hdop.text(), QStringLiteral("1.3"));
-        QCOMPARE(panel.satellites.text(), QStringLiteral("11"));
+        QCOMPARE(panel.fields(),
+                 QStringList({"X=0.00", "Y=-1.50", "Z=0.00", "40 Mi/h", "1.3", "11"}));
         QVERIFY(panel.display.south() && panel.display.west());
         QVERIFY(sameMarker(markerOf(mapState(panel.map)), QList<double>{-34.592, -58.431167}));
 
@@ -187,9 +202,7 @@ private slots:
         // No recording any more: nothing of this one stays, whatever the position does.
         panel.display.clear();
         panel.playInfo.setPosition(0.2);
-        for (const QLabel* field :
-             {&panel.x, &panel.y, &panel.z, &panel.speed, &panel.hdop, &panel.satellites})
-            QVERIFY2(field->text().isEmpty(), qPrintable(field->text()));
+        QCOMPARE(panel.fields(), QStringList(6, QString()));
         QVERIFY(panel.graph.values().empty());
         const QVariantMap cleared = mapState(panel.map);
         QVERIFY(markerOf(cleared).isEmpty());
@@ -233,6 +246,104 @@ private slots:
         panel.playInfo.setPosition(0.3);
         QCOMPARE(panel.graph.timePosition(), 0.6);
         QCOMPARE(mapState(panel.map).value("debug").toStringList().size(), 4);
+    }
+
+    // Paused at a position, the fields and the marker show the entries the position picks; the
+    // southern, western drive is drawn with negative coordinates (northern, eastern ones: the
+    // panel above, and the exported page of the capture tests). A recording without GPS next
+    // says so and takes the marker away.
+    void pausedAtAPositionShowsItsTelemetryThenNoneWithoutGps()
+    {
+        const double seek = 0.8;
+        const camsim::RecordingPlan* recording =
+            m_card.first([this](const camsim::RecordingPlan& r) {
+                return m_card.plan->driveOf(r).route.originLatitude < 0 && r.hasRear;
+            });
+        QVERIFY(recording);
+        Viewer viewer;
+        QVERIFY(viewer.openFolder(m_card.root));
+        const QString name = m_card.fileName(*recording, false);
+        QVERIFY(viewer.playRow(viewer.rowOf(name)));
+
+        // Pause, then drag the slider as a person would.
+        viewer.delegate->controls()->clickPlayButton();
+        QTRY_VERIFY(!viewer.player1()->isPlaying());
+        emit viewer.ui().videoPositionSlider->userMoved(seek);
+        QTRY_VERIFY_WITH_TIMEOUT(std::abs(viewer.delegate->playInfo()->position() - seek) < 0.05,
+                                 10000);
+        const double position = viewer.delegate->playInfo()->position();
+
+        // What the camera stored, from the simulator's plan; each field shows the entry at the
+        // same fraction of its stream.
+        const camsim::TelemetryPlan stored =
+            m_card.plan->telemetry(*recording)
+                .recording(recording->start, recording->duration, recording->impact);
+        QVERIFY(!stored.gsensor.empty() && stored.fixes.size() == stored.gps.size());
+        const auto at = [position](std::size_t count) { return std::size_t(position * count); };
+        const _AVI_GSENSOR_DATA_T& sample = stored.gsensor[at(stored.gsensor.size())];
+        const QLabel* fields[] = {viewer.ui().gsensorXField, viewer.ui().gsensorYField,
+                                  viewer.ui().gsensorZField};
+        const int axes[] = {sample.xAxis, sample.yAxis, sample.zAxis};
+        for (int axis = 0; axis < 3; ++axis)
+            QVERIFY2(std::abs(shownNumber(fields[axis]->text()) - axes[axis] / 256.0) < 0.0051,
+                     qPrintable(fields[axis]->text()));
+
+        const std::size_t k = at(stored.gps.size());
+        QCOMPARE(viewer.ui().speedField->text(),
+                 QStringLiteral("%1 Km/h").arg(stored.gps[k].fSpeed));
+        const camsim::GpsFix& fix = stored.fixes[k];
+        // HDOP and satellites come from the sentence at that fraction of all sentences read; a
+        // record's GSA pair follows its RMC and GGA, so the count may still be the previous one's.
+        const auto usedBy = [](const camsim::GpsFix& f) {
+            return int(f.gpsUsed.size() + f.glonassUsed.size());
+        };
+        const camsim::GpsFix& before = stored.fixes[k > 0 ? k - 1 : 0];
+        const int satellites = viewer.ui().sateliteField->text().toInt();
+        QVERIFY2(satellites == usedBy(fix) || satellites == usedBy(before),
+                 qPrintable(viewer.ui().sateliteField->text()));
+        const double hdop = viewer.ui().hdopField->text().toDouble();
+        QVERIFY2(std::abs(hdop - fix.hdop) < 0.051 || std::abs(hdop - before.hdop) < 0.051,
+                 qPrintable(viewer.ui().hdopField->text()));
+
+        // The simulator's fixes all say the drive's own hemispheres; the file keeps minutes to
+        // four decimals, about 2e-6 degrees.
+        QVERIFY(viewer.delegate->telemetryDisplay()->south());
+        QVERIFY(viewer.delegate->telemetryDisplay()->west());
+        QVERIFY(fix.latitude < 0);
+        KVRMapView& map = *viewer.delegate->mapWebView();
+        QVERIFY(waitForPage(map));
+        const QVariantMap state = mapState(map);
+        const QList<double> marker = markerOf(state);
+        QCOMPARE(marker.size(), 2);
+        QVERIFY(std::abs(marker[0] - fix.latitude) < 1e-5);
+        QVERIFY(std::abs(marker[1] - fix.longitude) < 1e-5);
+        QVERIFY(state.value("route").toInt() >= 2);
+        QVERIFY(viewer.ui().positionField->text().contains(QRegularExpression("S.*W")));
+        QVERIFY(std::abs(shownNumber(viewer.ui().positionField->text()) - std::abs(fix.latitude)) <
+                1e-5);
+        // The players finish their seek after the slider has moved; the graph follows them.
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.ui().graphView->timePosition(),
+                                  double(viewer.player1()->position()), 10000);
+
+        // Two seconds of G-sensor samples and no GPS record.
+        QTemporaryDir folder;
+        QVERIFY(writePlainRecording(
+            folder.filePath("alwa_20250516_081236_F.avi"), QSize(160, 96), 20,
+            [](int frame) { return QColor::fromHsv(frame * 18, 200, 200); },
+            [](KVRAviWriter& writer, int frame) {
+                return writer.addTelemetryRecord(_AVI_GSENSOR_DATA_T{
+                    171, std::uint32_t(100 * (frame + 1)), frame * 8, 0, 256, 25});
+            }));
+        QVERIFY(viewer.openFolder(folder.path()));
+        QVERIFY(viewer.playRow(0));
+        QTRY_COMPARE(viewer.ui().positionField->text(),
+                     QStringLiteral("This recording has no GPS data"));
+        QCOMPARE(viewer.ui().speedField->text(), QString());
+        QTRY_COMPARE(viewer.ui().gsensorZField->text(), QStringLiteral("Z=+1.00"));
+        // That the page hears so at every change is the display's own test.
+        const QVariantMap after = mapState(map);
+        QVERIFY(after.value("debug").toStringList().contains("GPS Data Count=Zero"));
+        QVERIFY(markerOf(after).isEmpty());
     }
 };
 
