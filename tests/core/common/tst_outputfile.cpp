@@ -159,21 +159,19 @@ private slots:
         QCOMPARE(entries(dir.filePath("sub")), QStringList{});
     }
 
-    void clockAndCaptureRules()
+    // A capture copy never replaces a file, nor writes through a link. The clock file's kept tail
+    // is the clock-file test's.
+    void createNewNeverReplaces()
     {
         QTemporaryDir dir;
-        const QString clock = dir.filePath("timeset.cfg");
-        QVERIFY(test::writeFile(clock, "1999/01/01 00:00:00 and a tail"));
-        QVERIFY(writeFile(clock, "2026/11/24 08:00:00", nullptr, Rule::KeepTail));
-        QCOMPARE(test::readFile(clock), QByteArray("2026/11/24 08:00:00 and a tail"));
-
-        const QString copy = dir.filePath("capture.jpg");
+        const QString copy = dir.filePath("capture.jpg"), victim = dir.filePath("victim");
         QVERIFY(writeFile(copy, "first", nullptr, Rule::CreateNew));
         QVERIFY(!writeFile(copy, "second", nullptr, Rule::CreateNew));
         QCOMPARE(test::readFile(copy), QByteArray("first"));
-        QVERIFY(QFile::link(clock, dir.filePath("link.jpg")));
+        QVERIFY(test::writeFile(victim, "precious"));
+        QVERIFY(QFile::link(victim, dir.filePath("link.jpg")));
         QVERIFY(!writeFile(dir.filePath("link.jpg"), "second", nullptr, Rule::CreateNew));
-        QCOMPARE(test::readFile(clock), QByteArray("2026/11/24 08:00:00 and a tail"));
+        QCOMPARE(test::readFile(victim), QByteArray("precious"));
     }
 
     // The fixed snapshot name in a shared folder: what is there decides whether it is written.
