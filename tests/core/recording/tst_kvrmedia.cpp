@@ -92,10 +92,9 @@ private slots:
         QFETCH(QString, group);
         KVRMedia media(path);
         QCOMPARE(media.path(), QDir::cleanPath(QDir::current().absoluteFilePath(path)));
-        QCOMPARE(media.dir(), dir);
-        QCOMPARE(media.extension(), extension);
-        QCOMPARE(media.fileName(), fileName);
-        QCOMPARE(media.mediaGroupName(), group);
+        QCOMPARE(
+            QStringList({media.dir(), media.extension(), media.fileName(), media.mediaGroupName()}),
+            QStringList({dir, extension, fileName, group}));
     }
 
     void mediaDirectionForPath()
