@@ -39,12 +39,9 @@ private slots:
         QTest::addColumn<int>("frame");
         for (const QSize& size : {QSize(128, 72), QSize(192, 108), QSize(640, 360),
                                   QSize(1280, 720), QSize(1920, 1080)}) {
-            for (int frame : {0, 1, 2, 29, 1800, 0x5555, 0xAAAA, TimeCode::MaximumFrame}) {
-                const QByteArray name = QByteArray::number(size.width()) + "x" +
-                                        QByteArray::number(size.height()) + " frame " +
-                                        QByteArray::number(frame);
-                QTest::newRow(name.constData()) << size << frame;
-            }
+            for (int frame : {0, 1, 2, 29, 1800, 0x5555, 0xAAAA, TimeCode::MaximumFrame})
+                QTest::addRow("%dx%d frame %d", size.width(), size.height(), frame)
+                    << size << frame;
         }
     }
 

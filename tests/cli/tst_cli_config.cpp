@@ -32,12 +32,6 @@ class TestCliConfig : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        test::isolatedConfigHome();
-        QVERIFY(m_dir.isValid());
-    }
-
     void showJson()
     {
         QString file = path("show.bin");

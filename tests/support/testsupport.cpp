@@ -47,9 +47,8 @@ ToolResult runProgram(const QString& program, const QStringList& arguments, int 
 
 ToolResult runKavro(const QStringList& arguments, int timeoutMs)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_CONFIG_HOME", isolatedConfigHome());
-    return runProgram(QStringLiteral(KAVRO_TOOL_PATH), arguments, timeoutMs, environment);
+    isolatedConfigHome(); // sets XDG_CONFIG_HOME, which the tool inherits
+    return runProgram(QStringLiteral(KAVRO_TOOL_PATH), arguments, timeoutMs);
 }
 
 bool failedCleanly(const ToolResult& result, const QByteArray& prefix, int exitCode)

@@ -65,14 +65,12 @@ private slots:
         addDisk("pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host7/target7:0:0/7:0:0:0", "sdc", 8, 32,
                 false, 0);
         addDisk("virtual", "loop0", 7, 0, false, 0);
-        for (const auto& [name, major, minor] :
-             std::initializer_list<std::tuple<const char*, int, int>>{{"sdb", 8, 16},
-                                                                      {"sdb1", 8, 17},
-                                                                      {"sda1", 8, 1},
-                                                                      {"sdc", 8, 32},
-                                                                      {"loop0", 7, 0},
-                                                                      {"unknown", 9, 99}})
-            addNode(name, major, minor);
+        addNode("sdb", 8, 16);
+        addNode("sdb1", 8, 17);
+        addNode("sda1", 8, 1);
+        addNode("sdc", 8, 32);
+        addNode("loop0", 7, 0);
+        addNode("unknown", 9, 99);
     }
 
     void checks_data()

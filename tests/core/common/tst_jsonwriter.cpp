@@ -16,6 +16,7 @@ class TestJsonWriter : public QObject
     Q_OBJECT
 
 private slots:
+    // String escapes are the business of escapesAtEveryPosition.
     void keepsKeyOrderAndParses()
     {
         for (bool pretty : {true, false}) {
@@ -35,23 +36,17 @@ private slots:
             json.key("nested");
             json.beginObject();
             json.key("s");
-            json.value(QStringLiteral("quote\" back\\ nl\n tab\t ctl\x01 é").toStdString());
+            json.value(std::string("text"));
             json.endObject();
             json.endObject();
-            QByteArray text = QByteArray::fromStdString(json.take());
-
+            const QByteArray text = QByteArray::fromStdString(json.take());
             QVERIFY(text.endsWith('\n'));
             QVERIFY(text.indexOf("zeta") < text.indexOf("alpha"));
-            QJsonParseError error;
-            QJsonDocument document = QJsonDocument::fromJson(text, &error);
-            QCOMPARE(error.error, QJsonParseError::NoError);
-            QJsonObject object = document.object();
-            QCOMPARE(object.value("zeta").toInt(), 1);
-            QCOMPARE(object.value("alpha").toArray().at(0).toDouble(), 1.5);
-            QVERIFY(object.value("alpha").toArray().at(1).isNull());
-            QCOMPARE(object.value("empty").toArray().size(), 0);
-            QCOMPARE(object.value("nested").toObject().value("s").toString(),
-                     QStringLiteral("quote\" back\\ nl\n tab\t ctl\x01 é"));
+            QCOMPARE(QJsonDocument::fromJson(text).object(),
+                     (QJsonObject{{"zeta", 1},
+                                  {"alpha", QJsonArray{1.5, QJsonValue(), true}},
+                                  {"empty", QJsonArray()},
+                                  {"nested", QJsonObject{{"s", "text"}}}}));
         }
     }
 

@@ -261,7 +261,7 @@ private slots:
     }
 
     // Damaged copies of a recording and files made to mislead: the store must neither crash nor
-    // part from the plain walk.
+    // part from the plain walk. Whether the players can read such a file to its end is fuzz_avi's.
     void hostileFilesMatchPlainWalk()
     {
         QList<QByteArray> chunks;
@@ -300,13 +300,6 @@ private slots:
             QCOMPARE(isAvi,
                      file.size() >= 12 && file.startsWith("RIFF") && file.mid(8, 4) == "AVI ");
             QVERIFY(store.vGpsData().size() <= store.GSensors().size());
-            // What the players would be given of such a file must be readable to its end.
-            if (const auto shown = kavro::CutShortAvi::open(path("hostile.avi"))) {
-                QFile hostile(path("hostile.avi"));
-                QVERIFY(hostile.open(QIODevice::ReadOnly));
-                QByteArray bytes(qsizetype(shown->size()), '\0');
-                QCOMPARE(shown->read(hostile, 0, bytes.data(), bytes.size()), bytes.size());
-            }
         }
         QVERIFY(!store.ExtractStreamInformation(kavro::nativePath(path("absent.avi"))));
     }
